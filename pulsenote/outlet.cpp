@@ -1,0 +1,106 @@
+#include "outlet.h"
+
+#include "standard_error.h"
+
+#include <array>
+#include <cstddef>
+#include <exception>
+#include <new>
+#include <utility>
+
+namespace veldtrim::pulsenote {
+
+Outlet::Outlet() noexcept : hasReceiver_(standardErrorIsOpen()) {}
+
+void Outlet::setForm(Form form) noexcept {
+    if (state_ != State::FormUnknown) {
+        return;
+    }
+    state_ = form == Form::Host ? State::ForHost : State::ForPerson;
+    showsProgress_ = form == Form::Person && hasReceiver_ && standardErrorIsTerminal();
+    for (const auto& message : std::exchange(waiting_, {})) {
+        if (const auto* text = std::get_if<Text>(&message)) {
+            deliver(text->kind, text->code, text->text, text->flag);
+        } else if (const auto* progress = std::get_if<Progress>(&message)) {
+            deliver(progress->position, progress->flag);
+        }
+    }
+}
+
+void Outlet::sendText(MessageKind kind, int code, const std::string& text, bool flag) noexcept {
+    if (state_ != State::FormUnknown) {
+        deliver(kind, code, text, flag);
+        return;
+    }
+    try {
+        waiting_.emplace_back(Text{kind, code, text, flag});
+    } catch (const std::exception&) { // No memory: the message is lost, not the run.
+    }
+}
+
+void Outlet::sendProgress(double position, bool flag) noexcept {
+    if (state_ != State::FormUnknown) {
+        deliver(position, flag);
+        return;
+    }
+    try {
+        waiting_.emplace_back(Progress{position, flag});
+    } catch (const std::exception&) { // As above.
+    }
+}
+
+void Outlet::finish() noexcept {
+    setForm(Form::Person);
+    if (!showsProgress_) {
+        return;
+    }
+    try {
+        writeToStandardError(terminalProgress_.erase());
+    } catch (const std::exception&) { // As above.
+    }
+}
+
+void Outlet::deliver(MessageKind kind, int code, const std::string& text, bool flag) noexcept {
+    if (!hasReceiver_) {
+        return;
+    }
+    try {
+        if (state_ == State::ForHost) {
+            writeToStandardError(hostLine(kind, code, text, flag));
+        } else {
+            writeToStandardError(terminalProgress_.erase() + personLine(kind, text));
+        }
+    } catch (const std::exception&) { // As above.
+    }
+}
+
+void Outlet::deliver(double position, bool flag) noexcept {
+    if (!hasReceiver_) {
+        return;
+    }
+    try {
+        if (state_ == State::ForHost) {
+            writeToStandardError(hostProgressLine(position, flag));
+        } else if (showsProgress_) {
+            writeToStandardError(terminalProgress_.draw(position));
+        }
+    } catch (const std::exception&) { // As above.
+    }
+}
+
+Outlet& outlet() noexcept {
+    // Storage that no destructor ends: objects with static storage may still send from theirs.
+    alignas(Outlet) static std::array<std::byte, sizeof(Outlet)> storage;
+    static auto* const theOutlet = ::new (storage.data()) Outlet;
+
+    struct AtEnd {
+        AtEnd() = default;
+        AtEnd(const AtEnd&) = delete;
+        AtEnd& operator=(const AtEnd&) = delete;
+        ~AtEnd() { theOutlet->finish(); }
+    };
+    static const AtEnd atEnd;
+    return *theOutlet;
+}
+
+} // namespace veldtrim::pulsenote
