@@ -1,0 +1,251 @@
+#include "veldtrim/cmarkup_stl.h"
+
+#include "attribute_search.h"
+#include "token_span.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace veldtrim {
+namespace {
+
+// What skipNode finds after a "<"; 0 stands for no complete node.
+constexpr std::int32_t cdataSection = 8;
+constexpr std::int32_t processingInstruction = 16;
+constexpr std::int32_t comment = 32;
+constexpr std::int32_t documentType = 64;
+
+constexpr std::size_t longestText = std::numeric_limits<std::int32_t>::max();
+
+} // namespace
+
+bool CMarkupSTL::setDocument(const char* text) {
+    const std::size_t length = text == nullptr ? 0 : std::strlen(text);
+    if (length > longestText) {
+        parseError = "Document too large";
+        docText = std::string();
+    } else if (length == 0) {
+        docText = std::string();
+    } else {
+        docText.assign(text, length);
+    }
+    return indexDocument();
+}
+
+/// Builds the index of `docText` anew. The root is linked to the document last, so that the
+/// document is empty also if memory for the index cannot be had.
+bool CMarkupSTL::indexDocument() {
+    freePos = 1;
+    resetPosition();
+    attributeSearch->reset();
+    at(0) = ElementPosition();
+    const std::size_t wanted = docText.size() / 64 + 8;
+    if (elements.size() < wanted) {
+        // What the old index holds is not needed: let it go before the new one is made.
+        std::vector<ElementPosition>(1).swap(elements);
+        elements.reserve(wanted);
+        elements.resize(wanted);
+    }
+    const std::int32_t root = docText.empty() ? 0 : parseElement();
+    if (root <= 0) {
+        at(0) = ElementPosition();
+        freePos = 1;
+        return false;
+    }
+    at(0).firstChild = root;
+    return true;
+}
+
+/// Indexes the first element of the text and all inside it. Returns its place in the index, 0 when
+/// the first tag is an end tag, -1 after an error.
+///
+/// The elements still open are the chain of parents from the current one, so that nesting of any
+/// depth needs no stack besides the index itself.
+std::int32_t CMarkupSTL::parseElement() {
+    std::int32_t parent = 0;
+    std::int32_t previousSibling = 0;
+    while (true) {
+        std::int32_t element = openElement(parent);
+        if (element < 0) {
+            return element;
+        }
+        if (element > 0) {
+            if (parent != 0) {
+                (previousSibling == 0 ? at(parent).firstChild : at(previousSibling).nextSibling) =
+                    element;
+            }
+            if (!at(element).isEmptyElement()) {
+                parent = element;
+                previousSibling = 0;
+                continue;
+            }
+        } else {
+            if (parent == 0) {
+                return 0;
+            }
+            if (!closeElement(parent)) {
+                return -1;
+            }
+            element = parent;
+            parent = at(element).parent;
+        }
+        if (parent == 0) {
+            return element;
+        }
+        at(parent).endLeft = at(element).endRight + 1;
+        previousSibling = element;
+    }
+}
+
+/// Takes the next start tag inside `parent` into the index. Returns its place, 0 when an end tag
+/// comes first (`endLeft` of the parent is then its "<"), -1 after an error.
+std::int32_t CMarkupSTL::openElement(std::int32_t parent) {
+    const std::int32_t index = freePos;
+    const std::size_t size = elements.size();
+    if (static_cast<std::size_t>(index) == size) {
+        elements.reserve(size + size / 2);
+        elements.resize(size + size / 2);
+    }
+    freePos = index + 1;
+    ElementPosition& element = at(index);
+    ElementPosition& enclosing = at(parent);
+    element.parent = parent;
+    element.firstChild = 0;
+    element.nextSibling = 0;
+
+    TokenSpan span(docText);
+    std::int32_t scan = enclosing.endLeft;
+    while (true) {
+        const std::int32_t open = findCharacter(span.text, span.length, '<', scan);
+        if (open < 0) {
+            return recordParseError("Element tag not found");
+        }
+        element.startLeft = open;
+        enclosing.endLeft = open;
+        span.next = open + 1;
+        if (!nextToken(span)) {
+            return recordParseError("Abrupt end within tag");
+        }
+        if (span.isString) {
+            return recordParseError("Tag starts with quote");
+        }
+        const char first = span.first();
+        if (first == '/') {
+            --freePos;
+            return 0;
+        }
+        if (first != '!' && first != '?') {
+            break;
+        }
+        scan = open;
+        if (skipNode(scan) == 0) {
+            return recordParseError("Invalid node");
+        }
+    }
+    const std::int32_t close = findCharacter(span.text, span.length, '>', span.next);
+    if (close < 0) {
+        return recordParseError("End of tag not found");
+    }
+    element.startRight = close;
+    if (span.text[close - 1] == '/') {
+        element.endLeft = close - 1;
+        element.endRight = close;
+    } else {
+        element.endLeft = close + 1;
+        element.endRight = 0;
+    }
+    return index;
+}
+
+/// Reads the end tag of `element`, whose "<" `openElement` has left in its `endLeft`. False after
+/// an error.
+bool CMarkupSTL::closeElement(std::int32_t element) {
+    ElementPosition& closing = at(element);
+    TokenSpan nameSpan(docText, closing.startLeft + 1);
+    nextToken(nameSpan);
+    const std::string_view name = tokenText(nameSpan);
+
+    // The first token is the "/" by which openElement knew the end tag.
+    TokenSpan span(docText, closing.endLeft + 1);
+    nextToken(span);
+    for (int token = 2; nextToken(span); ++token) {
+        if (span.isString) {
+            continue;
+        }
+        if (token == 2 && !nameMatches(span, name)) {
+            recordParseError("End tag does not correspond to %s", name);
+            return false;
+        }
+        if (span.first() == '>') {
+            closing.endRight = span.left;
+            return true;
+        }
+    }
+    recordParseError("End tag not completed for element %s", name);
+    return false;
+}
+
+/// Skips the comment, processing instruction, CDATA section or document type declaration that
+/// begins with the "<" at `offset`, and moves `offset` behind it. Returns its kind, or 0 when it is
+/// not complete or is none of them; `offset` then stays.
+std::int32_t CMarkupSTL::skipNode(std::int32_t& offset) const {
+    const std::size_t start = static_cast<std::size_t>(offset);
+    // Within the text and its closing NUL: a NUL right after the "<" is not looked behind.
+    const char kindCharacter = docText.c_str()[start + 1];
+    const char second = kindCharacter == '\0' ? '\0' : docText.c_str()[start + 2];
+    if (second == '\0') {
+        return 0;
+    }
+    std::string_view terminator;
+    std::int32_t kind = documentType;
+    if (kindCharacter == '?') {
+        kind = processingInstruction;
+        terminator = "?>";
+    } else if (kindCharacter != '!') {
+        return 0;
+    } else if (second == '[') {
+        kind = cdataSection;
+        terminator = "]]>";
+    } else if (second == '-') {
+        kind = comment;
+        terminator = "-->";
+    }
+    if (kind != documentType) {
+        const std::size_t found = docText.find(terminator, start);
+        if (found == std::string::npos) {
+            return 0;
+        }
+        offset = static_cast<std::int32_t>(found + terminator.size());
+        return kind;
+    }
+    TokenSpan span(docText, offset);
+    for (std::int64_t depth = 0; nextToken(span);) {
+        if (span.isString) {
+            continue;
+        }
+        const char first = span.first();
+        if (first == '[') {
+            ++depth;
+        } else if (first == ']') {
+            --depth;
+        } else if (first == '>' && depth == 0) {
+            offset = span.next;
+            return kind;
+        }
+    }
+    return 0;
+}
+
+/// Keeps the error text, with the element's name in the place of "%s", and gives back the slot of
+/// the failing element. Returns -1.
+std::int32_t CMarkupSTL::recordParseError(std::string_view format, std::string_view name) {
+    parseError = format;
+    if (const std::size_t place = parseError.find("%s");
+        place != std::string::npos && !name.empty()) {
+        parseError.replace(place, 2, name);
+    }
+    --freePos;
+    return -1;
+}
+
+} // namespace veldtrim

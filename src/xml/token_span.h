@@ -1,0 +1,130 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+/// Cutting the inside of a tag into tokens.
+namespace veldtrim {
+
+/// State of a scan over the tokens of a text. The text ends with a NUL at `length` and holds none
+/// before.
+struct TokenSpan {
+    const char* text;
+    std::int32_t length;
+    std::int32_t next = 0;   ///< where the next token is looked for
+    std::int32_t left = 0;   ///< first character of the token, without quotes
+    std::int32_t right = -1; ///< last character of the token, without quotes
+    bool isString = false;   ///< the token was quoted
+
+    explicit TokenSpan(const std::string& document, std::int32_t start = 0)
+        : text(document.c_str()), length(static_cast<std::int32_t>(document.size())), next(start) {}
+
+    [[nodiscard]] char first() const { return text[left]; }
+};
+
+namespace detail {
+
+enum CharacterClass : std::uint8_t { whitespace = 1, endsToken = 2, quote = 4 };
+
+constexpr std::array<std::uint8_t, 256> makeCharacterClasses() {
+    std::array<std::uint8_t, 256> classes{};
+    for (const char c : std::string_view(" \t\n\r")) {
+        classes[static_cast<unsigned char>(c)] = whitespace | endsToken;
+    }
+    for (const char c : std::string_view("<>=\\/?!")) {
+        classes[static_cast<unsigned char>(c)] = endsToken;
+    }
+    classes[0] = endsToken;
+    classes['"'] = quote;
+    classes['\''] = quote;
+    return classes;
+}
+
+inline constexpr std::array<std::uint8_t, 256> characterClasses = makeCharacterClasses();
+
+inline bool hasClass(char c, std::uint8_t wanted) {
+    return (characterClasses[static_cast<unsigned char>(c)] & wanted) != 0;
+}
+
+inline char foldCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+} // namespace detail
+
+/// Offset of `wanted` at or after `from`, -1 when there is none.
+inline std::int32_t findCharacter(const char* text, std::int32_t length, char wanted,
+                                  std::int32_t from) {
+    const void* const found =
+        std::memchr(text + from, wanted, static_cast<std::size_t>(length - from));
+    return found == nullptr ? -1
+                            : static_cast<std::int32_t>(static_cast<const char*>(found) - text);
+}
+
+/// Moves the span to the next token: a quoted string, a run without white space or any of
+/// `<>=\/?!`, or one such character by itself. A quote that is not closed runs to the end of the
+/// text. False at the end of the text.
+inline bool nextToken(TokenSpan& span) {
+    const char* const text = span.text;
+    std::int32_t now = span.next;
+    span.isString = false;
+    while (detail::hasClass(text[now], detail::whitespace)) {
+        ++now;
+    }
+    if (now == span.length) {
+        span.left = span.right = span.next = now;
+        return false;
+    }
+    if (detail::hasClass(text[now], detail::quote)) {
+        span.isString = true;
+        span.left = now + 1;
+        const std::int32_t closing = findCharacter(text, span.length, text[now], now + 1);
+        span.right = (closing < 0 ? span.length : closing) - 1;
+        span.next = closing < 0 ? span.length : closing + 1;
+        return true;
+    }
+    span.left = now;
+    if (detail::hasClass(text[now], detail::endsToken)) {
+        ++now;
+    } else {
+        do {
+            ++now;
+        } while (!detail::hasClass(text[now], detail::endsToken));
+    }
+    span.right = now - 1;
+    span.next = now;
+    return true;
+}
+
+/// Whether the span's token is the requested name, or the part of it before a space, "=", "/" or
+/// "[". ASCII letters match in either case.
+inline bool nameMatches(const TokenSpan& span, std::string_view requested) {
+    const std::size_t length = static_cast<std::size_t>(span.right - span.left + 1);
+    if (requested.size() < length) {
+        return false;
+    }
+    const char* const written = span.text + span.left;
+    for (std::size_t i = 0; i < length; ++i) {
+        if (detail::foldCase(written[i]) != detail::foldCase(requested[i])) {
+            return false;
+        }
+    }
+    if (requested.size() == length) {
+        return true;
+    }
+    const char after = requested[length];
+    return after == ' ' || after == '=' || after == '/' || after == '[';
+}
+
+/// The span's token.
+inline std::string_view tokenText(const TokenSpan& span) {
+    return span.right < span.left || span.left >= span.length
+               ? std::string_view()
+               : std::string_view(span.text + span.left,
+                                  static_cast<std::size_t>(span.right - span.left + 1));
+}
+
+} // namespace veldtrim

@@ -1,0 +1,175 @@
+#include "veldtrim/xml_reader.h"
+
+#include "support/temporary_directory.h"
+#include "veldtrim/cmarkup_stl.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <iostream>
+#include <sstream>
+
+namespace veldtrim {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(XmlReaderTest, PathsSelectDataAndAttributes) {
+    const struct {
+        const char* path;
+        bool found;
+        const char* value;
+    } cases[] = {
+        {"a/b", true, "7"},       {"A/B", true, "7"},   {"a/b[2]", true, "7"},
+        {"cfg/a/b", false, "-"},  {"", true, ""},       {"a/", true, "7"},
+        {"/b", true, "7"},        {"a//", false, "-"},  {"e/@id", true, "5&"},
+        {"e/@x", false, ""},      {"e/@", true, "id"},  {"e/@empty", false, ""},
+        {"none/@id", false, "-"}, {"@id", false, "-"},  {"e/@id/x", false, "-"},
+        {"e", true, ""},          {"a/b/@", false, ""},
+    };
+    XMLReader reader;
+    ASSERT_TRUE(reader.setString("<cfg><a><b>7</b></a><e id='5&amp;' empty=''/></cfg>"));
+    for (const auto& [path, found, value] : cases) {
+        std::string is = "-";
+        EXPECT_EQ(reader.getString(path, is), found) << path;
+        EXPECT_EQ(is, value) << path;
+    }
+}
+
+TEST(XmlReaderTest, NumbersConvertOrFail) {
+    XMLReader reader;
+    ASSERT_TRUE(
+        reader.setString("<r><i> 42abc</i><d>-1e3</d><w>two words</w><e></e><p v='3.9'/></r>"));
+    std::int32_t whole = 1;
+    double real = 1;
+    float single = 1;
+    EXPECT_TRUE(reader.getInt("i", whole));
+    EXPECT_EQ(whole, 42);
+    EXPECT_TRUE(reader.getInt("p/@v", whole));
+    EXPECT_EQ(whole, 3);
+    EXPECT_TRUE(reader.getDouble("d", real));
+    EXPECT_EQ(real, -1000.0);
+    EXPECT_TRUE(reader.getFloat("p/@v", single));
+    EXPECT_EQ(single, 3.9F);
+    EXPECT_FALSE(reader.getDouble("w", real));
+    EXPECT_FALSE(reader.getDouble("e", real));
+    EXPECT_FALSE(reader.getInt("none", whole));
+    EXPECT_EQ(whole, 3);
+
+    std::string word;
+    EXPECT_TRUE(XMLReader::stringToString("  two words", word));
+    EXPECT_EQ(word, "two");
+    EXPECT_FALSE(XMLReader::stringToString("", word));
+    EXPECT_FALSE(XMLReader::stringToString(" \t", word));
+    EXPECT_FALSE(XMLReader::stringToInt("abc", whole));
+    EXPECT_TRUE(XMLReader::stringToDouble("1,5", real) && real == 1.0);
+    EXPECT_TRUE(XMLReader::stringToFloat("1e3", single) && single == 1000.0F);
+}
+
+TEST(XmlReaderTest, ListsTheNamesBelow) {
+    const std::string modules =
+        "<modules><Kestrune/><kestrune/><TavelReffModule/><Other/></modules>";
+    const struct {
+        std::string text;
+        const char* path;
+        const char* type;
+        Names names;
+    } cases[] = {
+        {"<p>" + modules + "</p>",
+         "modules",
+         "all",
+         {"Kestrune", "kestrune", "TavelReffModule", "Other"}},
+        {"<p>" + modules + "</p>", "modules", "Kestrune", {"Kestrune", "TavelReffModule"}},
+        {"<p>" + modules + "</p>", "modules", "Other", {"Other"}},
+        {"<p>" + modules + "</p>", "modules", "x", {}},
+        {"<p>" + modules + "</p>",
+         "Modules",
+         "x",
+         {"Kestrune", "kestrune", "TavelReffModule", "Other"}},
+        {"<p><q>" + modules + "</q></p>",
+         "q/modules",
+         "Other",
+         {"Kestrune", "kestrune", "TavelReffModule", "Other"}},
+    };
+    for (const auto& [text, path, type, names] : cases) {
+        XMLReader reader;
+        ASSERT_TRUE(reader.setString(text));
+        Names items = {"old"};
+        EXPECT_TRUE(reader.getItemsBelow(path, items, type));
+        EXPECT_EQ(items, names) << path << " " << type;
+        EXPECT_FALSE(reader.getItemsBelow("none", items, type));
+        EXPECT_EQ(items, names) << "unchanged";
+    }
+}
+
+TEST(XmlReaderTest, LoadsTextsAndFiles) {
+    const test::TemporaryDirectory directory;
+    XMLReader reader;
+    CMarkupSTL document;
+    const std::string path = directory.write("file.xml", "<r><e id=\"5\"/></r>");
+    EXPECT_TRUE(XMLReader::checkFile(path) && reader.setFile(path) &&
+                XMLReader::setFile(path, &document));
+    EXPECT_EQ(reader.getSubDocument("e"), "<e id=\"5\"/>");
+    EXPECT_EQ(reader.getSubDocument("none"), "");
+    ASSERT_EQ(directory.write("file.xml", "<!-- no element -->"), path);
+    EXPECT_FALSE(XMLReader::checkFile(path) || reader.setFile(path) ||
+                 XMLReader::setFile(path, &document));
+    EXPECT_EQ(reader.getSubDocument(""), "");
+    std::filesystem::remove(path);
+    EXPECT_FALSE(XMLReader::checkFile(path) || XMLReader::setFile(path, nullptr));
+    EXPECT_TRUE(reader.setString(std::string("<a/>\0<", 6)));
+}
+
+TEST(XmlReaderTest, TheStaticTraversalGoesOnFromWhereTheDocumentStands) {
+    CMarkupSTL document;
+    ASSERT_TRUE(document.setDocument("<r><a n='1'><a n='2'/></a></r>"));
+    EXPECT_TRUE(XMLReader::traversePath("a", &document));
+    EXPECT_EQ(document.getAttribute("n"), "1");
+    EXPECT_TRUE(XMLReader::traversePath("a", &document));
+    EXPECT_EQ(document.getAttribute("n"), "2");
+    EXPECT_FALSE(XMLReader::traversePath("a", &document));
+    document.resetPosition();
+    EXPECT_FALSE(XMLReader::traversePath("a/none", &document));
+    EXPECT_EQ(document.getAttribute("n"), "1") << "as deep as it got";
+    EXPECT_FALSE(XMLReader::traversePath("a", nullptr));
+}
+
+/// Standard input and output replaced for the length of a test.
+class Console {
+public:
+    explicit Console(const std::string& typed)
+        : input(typed), oldInput(std::cin.rdbuf(input.rdbuf())),
+          oldOutput(std::cout.rdbuf(shown.rdbuf())) {}
+    ~Console() {
+        std::cin.rdbuf(oldInput);
+        std::cout.rdbuf(oldOutput);
+        std::cin.clear();
+    }
+    std::istringstream input;
+    std::ostringstream shown;
+
+private:
+    std::streambuf* oldInput;
+    std::streambuf* oldOutput;
+};
+
+TEST(XmlReaderTest, PromptsForAPrefix) {
+    const XMLReader reader;
+    std::string node = "old", polygon, city, poly;
+    {
+        const Console console("  town more\n");
+        reader.prepNames(node, polygon, city, poly);
+        EXPECT_EQ(console.shown.str(), "\nenter prefix of _node (and _polygon, and _city) file:\n");
+    }
+    EXPECT_EQ((Names{node, polygon, city, poly}),
+              (Names{"town_node", "town_polygon", "town_city.xml", "town.poly"}));
+    {
+        const Console console("");
+        reader.prepNames(city);
+        EXPECT_EQ(console.shown.str(), "\n\nenter prefix of _city file:\n");
+    }
+    EXPECT_EQ(city, "_city.xml");
+}
+
+} // namespace
+} // namespace veldtrim
