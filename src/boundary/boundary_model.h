@@ -1,0 +1,43 @@
+/// The model boundaries of one run: the area that elevation points are clipped to.
+#pragma once
+
+#include "boundary/boundary_polygon.h"
+#include "elevation/elevation_point.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace veldtrim {
+
+/// A flat list of polygons over one table of vertices, in reading order.
+///
+/// All polygons are areas to include, of equal standing: no holes, no exclusions. Coordinates are
+/// in the units of the boundary file. For one thread.
+class BoundaryModel {
+public:
+    void clearVertices();
+    void clearPolygons();
+
+    /// clearVertices, then clearPolygons.
+    void clear();
+
+    /// Appends a vertex and returns its index.
+    std::int32_t addVertex(BoundaryVertex vertex);
+
+    /// Appends a copy of `polygon`, whose indices must name vertices of this model.
+    void addPolygon(const BoundaryPolygon& polygon);
+
+    [[nodiscard]] const std::vector<BoundaryPolygon>& polygons() const { return polygons_; }
+    [[nodiscard]] const std::vector<BoundaryVertex>& vertices() const { return vertices_; }
+
+    /// Whether at least one polygon holds the point, inside or on its boundary.
+    ///
+    /// Not a read-only query: data derived from the polygons is built when it is first needed.
+    bool isInBoundary(const ElevationPoint& point);
+
+private:
+    std::vector<BoundaryPolygon> polygons_;
+    std::vector<BoundaryVertex> vertices_;
+};
+
+} // namespace veldtrim

@@ -1,0 +1,26 @@
+/// A straight piece of a polygon's boundary.
+#pragma once
+
+namespace veldtrim {
+
+/// A vertex of the model boundaries, in the units of the boundary file.
+struct BoundaryVertex {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+/// The segment from `start` to `end`, with what its distance to a point is computed from.
+struct BoundarySegment {
+    BoundarySegment(const BoundaryVertex& from, const BoundaryVertex& to);
+
+    /// Euclidean distance of the point (x, y) from the segment.
+    [[nodiscard]] double distanceTo(double x, double y) const;
+
+    BoundaryVertex start;
+    BoundaryVertex end;
+    BoundaryVertex delta; ///< from `start` to `end`
+    double squaredLength;
+    BoundaryVertex normal; ///< of unit length; shorter for a segment of less than 1e-12
+};
+
+} // namespace veldtrim

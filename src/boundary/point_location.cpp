@@ -1,0 +1,90 @@
+#include "boundary/point_location.h"
+
+#include "boundary/edge_crossing.h"
+#include "boundary/ring.h"
+
+#include <cstddef>
+
+namespace veldtrim {
+
+namespace {
+
+constexpr double boundsTolerance = 1e-6;
+
+PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
+    const auto [px, py] = point;
+
+    std::size_t position = 0;
+    while (position < ring.size() && ring.vertex(position).y == py) {
+        ++position;
+    }
+    if (position == ring.size()) {
+        return PointLocation::OnBoundary; // a flat polygon, and the point on its line
+    }
+
+    // The ray runs from the point towards increasing x. `previous` is the last vertex that is not
+    // on the ray; while the walk follows the ray, `lastX` is where it stands.
+    const BoundaryVertex* previous = &ring.vertex(position);
+    bool odd = false;
+    bool onLine = false;
+    double lastX = 0.0;
+    for (std::size_t step = 0; step < ring.size(); ++step) {
+        position = ring.next(position);
+        const BoundaryVertex& current = ring.vertex(position);
+        if (onLine && current.y == py) {
+            if (passes(lastX, px, current.x) || current.x == px) {
+                return PointLocation::OnBoundary;
+            }
+            lastX = current.x;
+        } else if (onLine) {
+            odd ^= passes(previous->y, py, current.y);
+            previous = &current;
+            onLine = false;
+        } else if (current.y == py && current.x >= px) {
+            // The vertex before on the line too: it was left of the point, so the edge holds it.
+            if (current.x == px || previous->y == py) {
+                return PointLocation::OnBoundary;
+            }
+            onLine = true;
+            lastX = current.x;
+        } else {
+            const EdgeEffect effect = crossOrdinaryEdge(*previous, current, point);
+            if (effect == EdgeEffect::Boundary) {
+                return PointLocation::OnBoundary;
+            }
+            odd ^= effect == EdgeEffect::Toggle;
+            previous = &current;
+        }
+    }
+    return odd ? PointLocation::Inside : PointLocation::Outside;
+}
+
+} // namespace
+
+bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& point) {
+    const BoundingBox& bounds = polygon.bounds;
+    return bounds.xMin - boundsTolerance <= point.x && point.x <= bounds.xMax + boundsTolerance &&
+           bounds.yMin - boundsTolerance <= point.y && point.y <= bounds.yMax + boundsTolerance;
+}
+
+PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
+                          const ElevationPoint& point) {
+    if (polygon.vertexIndices.empty()) {
+        return PointLocation::Outside;
+    }
+    const Ring ring(polygon, vertices);
+    if (ring.size() <= 1) {
+        return PointLocation::Outside;
+    }
+    if (ring.size() == 2) {
+        if (polygon.segments.empty()) {
+            polygon.buildSegments(vertices);
+        }
+        return polygon.segments.front().distanceTo(point.x, point.y) == 0.0
+                   ? PointLocation::OnBoundary
+                   : PointLocation::Outside;
+    }
+    return walkRing(ring, point);
+}
+
+} // namespace veldtrim

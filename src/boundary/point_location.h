@@ -1,0 +1,34 @@
+/// Where a point lies with respect to one polygon.
+#pragma once
+
+#include "boundary/boundary_polygon.h"
+#include "elevation/elevation_point.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace veldtrim {
+
+enum class PointLocation : std::int8_t { Outside = -1, OnBoundary = 0, Inside = 1 };
+
+/// Whether the point lies in the polygon's bounds widened by 1e-6 on all four sides: a pretest that
+/// only a point close to the polygon passes.
+bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& point);
+
+/// The exact verdict for a point that has passed boundsContain.
+///
+/// A point on an edge or a vertex is on the boundary. Neither the ring's orientation nor its first
+/// vertex matters. Where rings cross themselves, an odd number of crossings of a ray from the point
+/// counts as inside. A polygon of two vertices is a segment, which holds the points at a distance
+/// of exactly zero; one whose vertices all have one y holds the points with that y. A polygon of
+/// fewer than two vertices holds nothing. There is no tolerance; all arithmetic is in double
+/// precision, in the written order of operations.
+///
+/// May fill the polygon's `segments`. The ring walk is a crossing count along a horizontal ray
+/// (M. Shimrat, "Algorithm 112: Position of point relative to polygon", CACM 5, 1962), with the
+/// boundary told apart as in K. Hormann and A. Agathos, "The point in polygon problem for arbitrary
+/// polygons", Computational Geometry 20, 2001.
+PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
+                          const ElevationPoint& point);
+
+} // namespace veldtrim

@@ -1,0 +1,12 @@
+/// How a failed check of the run is reported.
+#pragma once
+
+#include <string>
+
+namespace veldtrim {
+
+/// Writes `text` as a line to standard output, then sends it as an ErrorMessage with code 2.
+/// Returns 1, the result of a run that a check has ended.
+int reportError(std::string text);
+
+} // namespace veldtrim
