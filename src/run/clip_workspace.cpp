@@ -1,0 +1,103 @@
+#include "run/clip_workspace.h"
+
+#include "boundary/boundary_reader.h"
+#include "run/clip_file.h"
+#include "run/input_files.h"
+#include "status/console.h"
+#include "status/report_error.h"
+
+#include <pulsenote.h>
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <boost/filesystem/operations.hpp>
+#include <boost/filesystem/path.hpp>
+
+namespace veldtrim {
+
+namespace fs = boost::filesystem;
+
+namespace {
+
+/// Share of the run's progress, on its scale of 0 to 100, that one record makes up. Without
+/// records nothing progresses.
+double progressPerRecord(std::int64_t total) {
+    return total > 0 ? 100.0 / static_cast<double>(total) : 0.0;
+}
+
+/// Clips every file, drops the outputs that received no record, and returns the number of kept
+/// records.
+std::int64_t clipFiles(BoundaryModel& model, const std::vector<InputFile>& files,
+                       const fs::path& outputDirectory) {
+    std::int64_t total = 0;
+    for (const InputFile& file : files) {
+        total += file.recordCount;
+    }
+    const double progressScale = progressPerRecord(total);
+    double progressOffset = 0.0;
+    std::int64_t keptTotal = 0;
+    for (const InputFile& file : files) {
+        const fs::path outputPath = outputDirectory / fs::path(file.path).filename();
+        const std::int32_t kept = clipFile(model, file.path, outputPath.string(), file.recordCount,
+                                           progressOffset, progressScale);
+        keptTotal += kept;
+        if (kept < 1) {
+            fs::remove(outputPath);
+        }
+        progressOffset += static_cast<double>(file.recordCount);
+    }
+    return keptTotal;
+}
+
+void reportEndOfProgress() {
+    constexpr int steps = 100;
+    ProgressMessage(1.0, 100.0, steps).OnProgress(steps, false);
+}
+
+/// A failure goes unnoticed: the clipped files are the result, this is a convenience beside them.
+void writeTotal(const fs::path& outputDirectory, std::int64_t keptTotal) {
+    std::ofstream file((outputDirectory / "total_node_count.txt").string());
+    file << std::to_string(keptTotal) << '\n'; // whatever digit grouping the global locale has
+}
+
+} // namespace
+
+int clipWorkspace(BoundaryModel& model, std::string workspacePath, std::string inputDirName,
+                  std::string outputDirName, std::string boundaryFilePath) {
+    model.clearVertices();
+    model.clearPolygons();
+    if (!readin_b_XML(boundaryFilePath, model)) {
+        return reportError("boundary file does not exist");
+    }
+    writeConsoleLine("boundary file read.");
+
+    const fs::path workspace(workspacePath);
+    if (!fs::is_directory(workspace)) {
+        return reportError("Workspace path does not exist");
+    }
+    const fs::path inputDirectory = workspace / inputDirName;
+    if (!fs::is_directory(inputDirectory)) {
+        return reportError("Input directory does not exist");
+    }
+    const fs::path outputDirectory = workspace / outputDirName;
+    // Not created although nothing was there: another run was faster, and the directory is its own.
+    if (fs::is_directory(outputDirectory) || !fs::create_directory(outputDirectory)) {
+        return reportError(
+            "output directory already exists, aborting in order avoid overwriting of "
+            "existing data");
+    }
+
+    const std::vector<InputFile> files = findInputFiles(inputDirectory.string());
+    if (files.empty()) {
+        return reportError("There are no input files.");
+    }
+    const std::int64_t keptTotal = clipFiles(model, files, outputDirectory);
+    reportEndOfProgress();
+    writeTotal(outputDirectory, keptTotal);
+    return 0;
+}
+
+} // namespace veldtrim

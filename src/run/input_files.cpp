@@ -1,0 +1,97 @@
+#include "run/input_files.h"
+
+#include "elevation/header.h"
+#include "elevation/line_reader.h"
+#include "elevation/record_count.h"
+
+#include <pulsenote.h>
+
+#include <string_view>
+#include <system_error>
+
+#include <boost/filesystem/directory.hpp>
+#include <boost/filesystem/operations.hpp>
+
+namespace veldtrim {
+
+namespace fs = boost::filesystem;
+
+namespace {
+
+/// The verdict on a header stands long before this: a file without line feeds, however large, is
+/// not read into memory to find that it is none.
+constexpr std::size_t headerReadLimit = std::size_t{64} << 10;
+
+/// The first line of the file at `path`, or its first `headerReadLimit` bytes; empty when the file
+/// cannot be read.
+std::string readHeaderLine(const std::string& path) {
+    try {
+        LineReader lines(path, headerReadLimit);
+        Line line;
+        lines.next(line);
+        return std::string(line.text);
+    } catch (const std::system_error&) {
+        return {};
+    }
+}
+
+/// Why the file at `path`, whose name has an accepted ending, is no input file; empty when it is.
+std::string reasonToSkip(const std::string& path) {
+    // A pipe or a device could keep the run waiting, or never end.
+    boost::system::error_code noStatus;
+    const fs::file_status status = fs::status(path, noStatus);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        return "it is not a regular file";
+    }
+    const std::string header = readHeaderLine(path);
+    char separator = 0;
+    char format = 0;
+    std::int32_t layout = 0;
+    std::string errorText;
+    if (parseHeader(header, separator, format, layout, errorText)) {
+        return {};
+    }
+    if (errorText.empty()) {
+        return "the header line is empty";
+    }
+    if (errorText.back() == ' ') {
+        errorText.pop_back();
+    }
+    return errorText;
+}
+
+} // namespace
+
+bool hasInputExtension(std::string path) {
+    const std::string_view view = path;
+    return view.ends_with(".txt") || view.ends_with(".xyz") || view.ends_with(".node");
+}
+
+bool isInputFile(std::string path) {
+    if (!hasInputExtension(path)) {
+        return false;
+    }
+    const std::string reason = reasonToSkip(path);
+    if (reason.empty()) {
+        return true;
+    }
+    constexpr int stateCode = 1;
+    StateMessage(stateCode, "Skipping input file " + path + ": " + reason, true);
+    return false;
+}
+
+std::vector<InputFile> findInputFiles(const std::string& directory) {
+    std::vector<InputFile> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+        if (fs::is_directory(entry.status())) {
+            continue;
+        }
+        const std::string path = entry.path().string();
+        if (isInputFile(path)) {
+            files.push_back({path, countRecords(path)});
+        }
+    }
+    return files;
+}
+
+} // namespace veldtrim

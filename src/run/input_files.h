@@ -1,0 +1,31 @@
+/// Which files of the input directory take part in a run.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace veldtrim {
+
+/// Whether the path ends in ".txt", ".xyz" or ".node", byte for byte.
+bool hasInputExtension(std::string path);
+
+/// Whether the file at `path` is an input file: its name has an accepted ending and its first line
+/// is an accepted header.
+///
+/// A file with an accepted ending that is left out is reported as a StateMessage with the reason;
+/// one that cannot be read counts as one with an empty header line.
+bool isInputFile(std::string path);
+
+/// A file that takes part in a run.
+struct InputFile {
+    std::string path;
+    std::int32_t recordCount = 0;
+};
+
+/// The input files of a directory, not of its subdirectories, in the order in which the system
+/// lists them, each with its record count. Links are followed. Throws
+/// boost::filesystem::filesystem_error when listing fails, and as countRecords does.
+std::vector<InputFile> findInputFiles(const std::string& directory);
+
+} // namespace veldtrim

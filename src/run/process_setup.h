@@ -1,0 +1,11 @@
+/// What the process needs before it does anything else.
+#pragma once
+
+namespace veldtrim {
+
+/// Makes a run independent of who listens to it: a receiver that closes its end of standard output
+/// or standard error does not end the process, and a standard stream that the caller has closed is
+/// opened to nowhere, so that no data file takes its place and receives console lines.
+void setUpProcess();
+
+} // namespace veldtrim
