@@ -1,0 +1,44 @@
+import os
+import shlex
+
+import pytest
+from harness import Program
+
+
+def pytest_addoption(parser):
+    parser.addoption(
+        "--program",
+        default=os.environ.get("VELDTRIM_PROGRAM"),
+        help="the program under test (or VELDTRIM_PROGRAM)",
+    )
+    parser.addoption(
+        "--emulator",
+        default=os.environ.get("VELDTRIM_EMULATOR", ""),
+        help="command that runs the program where the system cannot (or VELDTRIM_EMULATOR)",
+    )
+    parser.addoption(
+        "--eol",
+        choices=("lf", "crlf"),
+        default=os.environ.get("VELDTRIM_EOL", "lf"),
+        help="the line end of the program's platform; crlf stands for Windows (or VELDTRIM_EOL)",
+    )
+
+
+def pytest_configure(config):
+    config.addinivalue_line("markers", "posix: needs links, signals or names of a POSIX system")
+
+
+def pytest_collection_modifyitems(config, items):
+    if config.getoption("eol") == "crlf":
+        for item in items:
+            if item.get_closest_marker("posix"):
+                item.add_marker(pytest.mark.skip(reason="POSIX only"))
+
+
+@pytest.fixture(scope="session")
+def program(pytestconfig):
+    path = pytestconfig.getoption("program")
+    if not path:
+        pytest.exit("name the program under test with --program or VELDTRIM_PROGRAM", 2)
+    emulator = shlex.split(pytestconfig.getoption("emulator"))
+    return Program(os.path.abspath(path), emulator, pytestconfig.getoption("eol"))
