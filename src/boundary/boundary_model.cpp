@@ -18,22 +18,47 @@ void BoundaryModel::clear() {
 }
 
 std::int32_t BoundaryModel::addVertex(BoundaryVertex vertex) {
+    dropIndex();
     vertices_.push_back(vertex);
     return static_cast<std::int32_t>(vertices_.size()) - 1;
 }
 
 void BoundaryModel::addPolygon(const BoundaryPolygon& polygon) {
+    dropIndex();
     polygons_.push_back(polygon);
 }
 
 bool BoundaryModel::isInBoundary(const ElevationPoint& point) {
+    if (index_) {
+        return index_->contains(polygons_, vertices_, point);
+    }
+    return walkPolygons(point);
+}
+
+bool BoundaryModel::walkPolygons(const ElevationPoint& point) {
+    std::size_t steps = 0;
+    bool found = false;
     for (BoundaryPolygon& polygon : polygons_) {
-        if (boundsContain(polygon, point) &&
-            locatePoint(polygon, vertices_, point) != PointLocation::Outside) {
-            return true;
+        ++steps;
+        if (boundsContain(polygon, point)) {
+            steps += polygon.vertexIndices.size();
+            if (locatePoint(polygon, vertices_, point) != PointLocation::Outside) {
+                found = true;
+                break;
+            }
         }
     }
-    return false;
+    stepsWalked_ += steps;
+    if (stepsWalked_ > PointIndex::worthBuildingAfter * (polygons_.size() + vertices_.size()) &&
+        PointIndex::isWorthwhile(polygons_)) {
+        index_ = std::make_shared<const PointIndex>(polygons_, vertices_);
+    }
+    return found;
+}
+
+void BoundaryModel::dropIndex() {
+    index_.reset();
+    stepsWalked_ = 0;
 }
 
 } // namespace veldtrim

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "boundary/boundary_polygon.h"
+#include "boundary/point_index.h"
 #include "elevation/elevation_point.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace veldtrim {
@@ -32,12 +35,23 @@ public:
 
     /// Whether at least one polygon holds the point, inside or on its boundary.
     ///
-    /// Not a read-only query: data derived from the polygons is built when it is first needed.
+    /// Not a read-only query: data derived from the polygons is built when it is first needed. The
+    /// time of a query then hardly depends on how many vertices and polygons there are.
     bool isInBoundary(const ElevationPoint& point);
 
 private:
+    /// isInBoundary by its definition: polygon after polygon.
+    bool walkPolygons(const ElevationPoint& point);
+
+    /// Drops what is derived from the polygons, which are about to change.
+    void dropIndex();
+
     std::vector<BoundaryPolygon> polygons_;
     std::vector<BoundaryVertex> vertices_;
+
+    /// Built when the walks so far have cost about what building it costs; shared by copies.
+    std::shared_ptr<const PointIndex> index_;
+    std::size_t stepsWalked_ = 0;
 };
 
 } // namespace veldtrim

@@ -1,0 +1,74 @@
+/// Finds out whether a point lies in large model boundaries, without a look at all of them.
+#pragma once
+
+#include "boundary/boundary_polygon.h"
+#include "elevation/elevation_point.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace veldtrim {
+
+/// A tree of rectangular cells over the polygons of a model, which answers exactly as
+/// boundsContain and locatePoint do, polygon by polygon.
+///
+/// A cell that no edge touches lies inside or outside as a whole. A cell that few edges touch keeps
+/// them, and for each of their polygons the parity of all its other edges; a cell that many edges
+/// touch is split in four. The upper levels are flattened to one table. "Touches" means with more
+/// than the rounding error of the crossing abscissa to spare, so that edges left out of a cell
+/// could not have changed a verdict there, whatever the last bits of a computation.
+///
+/// The idea of cells with a known parity is that of the grid in E. Haines, "Point in Polygon
+/// Strategies", Graphics Gems IV, 1994; the tree is a region quadtree (H. Samet, "The Design and
+/// Analysis of Spatial Data Structures", 1990).
+class PointIndex {
+public:
+    /// Vertices that the walk may look at for each vertex of the model before building the index
+    /// costs less than going on without.
+    static constexpr std::size_t worthBuildingAfter = 256;
+
+    /// Whether an index pays for `polygons` at all: a handful of vertices is walked faster.
+    static bool isWorthwhile(const std::vector<BoundaryPolygon>& polygons);
+
+    /// Builds the index in time O(n log n) of the number of vertices, and in less than 200 bytes a
+    /// vertex, whatever the shape.
+    PointIndex(const std::vector<BoundaryPolygon>& polygons,
+               const std::vector<BoundaryVertex>& vertices);
+
+    /// Whether one of the polygons holds the point, inside or on its boundary. `polygons` and
+    /// `vertices` must be those that the index was built from; locatePoint may fill `segments`.
+    bool contains(std::vector<BoundaryPolygon>& polygons,
+                  const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) const;
+
+    /// Bytes that the index holds.
+    [[nodiscard]] std::size_t byteSize() const;
+
+private:
+    friend class PointIndexBuilder;
+
+    bool leafContains(std::size_t offset, std::vector<BoundaryPolygon>& polygons,
+                      const std::vector<BoundaryVertex>& vertices,
+                      const ElevationPoint& point) const;
+
+    /// The part of the plane with cells; nothing indexed holds a point outside it.
+    BoundingBox region_;
+    double xScale_ = 0.0; ///< cells of the finest level per unit
+    double yScale_ = 0.0;
+    unsigned tableBits_ = 0;  ///< the table has 2^tableBits_ columns, and as many rows
+    unsigned tableShift_ = 0; ///< levels between the table and the finest level
+
+    /// Cells, in the encoding of point_index_cells.h.
+    std::vector<std::uint32_t> table_;
+    std::vector<std::uint32_t> quads_;
+    std::vector<std::uint32_t> leaves_;
+
+    /// The vertices of each indexed ring, the first one once more at its end: edge e runs from
+    /// ringVertices_[e] to ringVertices_[e + 1].
+    std::vector<BoundaryVertex> ringVertices_;
+
+    /// Polygons that cells cannot hold (coordinates that are huge or no numbers), walked each time.
+    std::vector<std::uint32_t> unindexed_;
+};
+
+} // namespace veldtrim

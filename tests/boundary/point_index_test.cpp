@@ -1,0 +1,134 @@
+// The index against the walk over all polygons: no point may tell them apart.
+
+#include "boundary/model_generator.h"
+#include "boundary/point_index.h"
+#include "boundary/point_location.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace veldtrim {
+namespace {
+
+using test::ModelGenerator;
+
+bool walk(std::vector<BoundaryPolygon>& polygons, const std::vector<BoundaryVertex>& vertices,
+          const ElevationPoint& point) {
+    for (BoundaryPolygon& polygon : polygons) {
+        if (boundsContain(polygon, point) &&
+            locatePoint(polygon, vertices, point) != PointLocation::Outside) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Compares index and walk on points of every kind near the model.
+void compare(const BoundaryModel& model, ModelGenerator& generator, int points,
+             const std::string& what) {
+    std::vector<BoundaryPolygon> polygons = model.polygons();
+    const std::vector<BoundaryVertex>& vertices = model.vertices();
+    const PointIndex index(polygons, vertices);
+    for (int i = 0; i < points; ++i) {
+        const ElevationPoint point = generator.point(model);
+        ASSERT_EQ(index.contains(polygons, vertices, point), walk(polygons, vertices, point))
+            << what << ", seed " << generator.seed() << std::hexfloat << ", point " << point.x
+            << " " << point.y;
+    }
+}
+
+class PointIndexKinds : public testing::TestWithParam<ModelGenerator::Kind> {};
+
+TEST_P(PointIndexKinds, AnswersAsTheWalkDoes) {
+    constexpr unsigned models = 120;
+    constexpr int points = 1500;
+    for (unsigned seed = 0; seed < models; ++seed) {
+        ModelGenerator generator(seed);
+        const BoundaryModel model = generator.model(GetParam());
+        ASSERT_NO_FATAL_FAILURE(
+            compare(model, generator, points, ModelGenerator::name(GetParam())));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, PointIndexKinds, testing::ValuesIn(ModelGenerator::allKinds()),
+                         [](const auto& kind) { return ModelGenerator::name(kind.param); });
+
+TEST(PointIndex, TakesAnyModelAndAnyPoint) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<std::vector<BoundaryVertex>> rings{
+        {},
+        {{1, 1}},
+        {{0, 0}, {notANumber, 4}, {4, 4}},
+        {{0, 0}, {infinity, 0}, {4, 4}},
+        {{0, 0}, {1e308, 0}, {1e308, 1e308}, {-1e308, 1e308}},
+        {{5, 5}, {5, 5}, {5, 5}},
+        {{0, 0}, {5e-324, 5e-324}, {0, 5e-324}},
+        {{0, 0}, {1e-160, 2e-160}, {3e-160, 0}},
+        {{0, 0}, {7, 5e-324}, {7, 3}, {0, 3}}};
+    std::vector<double> values{0,      1,          5,      -0.0, 4,   1e308,    -1e308, infinity,
+                               5e-324, notANumber, 1e-160, 7,    3.5, 1.5e-160, 2};
+    for (std::size_t use = 0; use < std::size_t{1} << rings.size(); ++use) {
+        BoundaryModel model;
+        for (std::size_t i = 0; i < rings.size(); ++i) {
+            if ((use >> i & 1) != 0) {
+                test::addRing(model, rings[i]);
+            }
+        }
+        std::vector<BoundaryPolygon> polygons = model.polygons();
+        const PointIndex index(polygons, model.vertices());
+        for (const double x : values) {
+            for (const double y : values) {
+                ASSERT_EQ(index.contains(polygons, model.vertices(), {x, y}),
+                          walk(polygons, model.vertices(), {x, y}))
+                    << "rings " << use << " point " << x << " " << y;
+            }
+        }
+    }
+}
+
+TEST(PointIndex, RespectsBoundsThatAreNotThoseOfTheVertices) {
+    BoundaryModel model;
+    BoundaryPolygon polygon;
+    for (const BoundaryVertex vertex : {BoundaryVertex{0, 0}, {10, 0}, {10, 10}, {0, 10}}) {
+        polygon.vertexIndices.push_back(model.addVertex(vertex));
+    }
+    polygon.bounds = {0, 0, 5, 5};
+    model.addPolygon(polygon);
+    std::vector<BoundaryPolygon> polygons = model.polygons();
+    const PointIndex index(polygons, model.vertices());
+    EXPECT_TRUE(index.contains(polygons, model.vertices(), {4, 4}));
+    EXPECT_FALSE(index.contains(polygons, model.vertices(), {6, 6}));
+}
+
+// The model builds its index while it is asked, and must drop it when it changes.
+TEST(PointIndex, IsBuiltAndDroppedByItsModel) {
+    ModelGenerator generator(1);
+    BoundaryModel model = generator.model(ModelGenerator::Kind::Random);
+    for (int round = 0; round < 3; ++round) {
+        std::vector<BoundaryPolygon> polygons = model.polygons();
+        for (int i = 0; i < 3000; ++i) {
+            const ElevationPoint point = generator.point(model);
+            ASSERT_EQ(model.isInBoundary(point), walk(polygons, model.vertices(), point));
+        }
+        const BoundaryModel more = generator.model(ModelGenerator::Kind::Grid);
+        test::addRings(model, more);
+    }
+    model.clear();
+    EXPECT_FALSE(model.isInBoundary({0, 0}));
+}
+
+TEST(PointIndex, StaysSmallOnLongSpikes) {
+    constexpr std::size_t vertices = 20'000;
+    constexpr std::size_t mostBytes = 200;
+    ModelGenerator generator(3);
+    const BoundaryModel model = generator.spikes(vertices, 0.1);
+    const PointIndex index(model.polygons(), model.vertices());
+    EXPECT_LT(index.byteSize(), mostBytes * vertices);
+}
+
+} // namespace
+} // namespace veldtrim
