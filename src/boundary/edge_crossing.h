@@ -21,6 +21,11 @@ inline bool passes(double a, double at, double b) {
     return (a < at) == (at < b);
 }
 
+/// The abscissa at which an edge that is not horizontal reaches the height `y`.
+inline double crossingAt(const BoundaryVertex& from, const BoundaryVertex& to, double y) {
+    return from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y);
+}
+
 /// The effect of an edge that does not touch the ray with an end at or to the right of the point.
 inline EdgeEffect crossOrdinaryEdge(const BoundaryVertex& from, const BoundaryVertex& to,
                                     const ElevationPoint& point) {
@@ -33,7 +38,7 @@ inline EdgeEffect crossOrdinaryEdge(const BoundaryVertex& from, const BoundaryVe
     if (point.x > std::max(from.x, to.x)) {
         return EdgeEffect::None;
     }
-    const double crossing = from.x + (point.y - from.y) * (to.x - from.x) / (to.y - from.y);
+    const double crossing = crossingAt(from, to, point.y);
     if (crossing == point.x) {
         return EdgeEffect::Boundary;
     }

@@ -69,6 +69,15 @@ bool PointIndex::leafContains(std::size_t offset, std::vector<BoundaryPolygon>& 
             continue;
         }
         cells::Word odd = head & cells::groupOdd;
+        if ((head & cells::groupQueue) != 0) {
+            const cells::Word size = *word++;
+            const EdgeEffect effect = queueEffect(word, size, point);
+            if (effect == EdgeEffect::Boundary) {
+                return true;
+            }
+            odd ^= static_cast<cells::Word>(effect);
+            word += size;
+        }
         for (cells::Word edges = head >> cells::groupBits; edges > 0; --edges) {
             const cells::Word edge = *word++;
             const BoundaryVertex* const ends = &ringVertices_[edge >> cells::edgeBits];
@@ -86,6 +95,36 @@ bool PointIndex::leafContains(std::size_t offset, std::vector<BoundaryPolygon>& 
         }
     }
     return false;
+}
+
+EdgeEffect PointIndex::queueEffect(const std::uint32_t* edges, std::size_t size,
+                                   const ElevationPoint& point) const {
+    const auto distance = [&](std::size_t i) {
+        const BoundaryVertex* const ends = &ringVertices_[edges[i] >> cells::edgeBits];
+        return crossingAt(ends[0], ends[1], point.y) - point.x;
+    };
+    // Edges before `low` are left of the point with the margin to spare: they have no effect.
+    std::size_t low = 0;
+    for (std::size_t end = size; low < end;) {
+        const std::size_t middle = low + (end - low) / 2;
+        if (distance(middle) < -margin_) {
+            low = middle + 1;
+        } else {
+            end = middle;
+        }
+    }
+    // All others toggle, but for those that are so close to the point that each must speak for
+    // itself: their order may be one of rounding errors.
+    std::size_t toggles = size - low;
+    for (std::size_t i = low; i < size && distance(i) <= margin_; ++i) {
+        const BoundaryVertex* const ends = &ringVertices_[edges[i] >> cells::edgeBits];
+        const EdgeEffect effect = crossOrdinaryEdge(ends[0], ends[1], point);
+        if (effect == EdgeEffect::Boundary) {
+            return effect;
+        }
+        toggles -= effect == EdgeEffect::None ? 1 : 0;
+    }
+    return toggles % 2 != 0 ? EdgeEffect::Toggle : EdgeEffect::None;
 }
 
 std::size_t PointIndex::byteSize() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "boundary/boundary_polygon.h"
+#include "boundary/edge_crossing.h"
 #include "elevation/elevation_point.h"
 
 #include <cstddef>
@@ -51,10 +52,15 @@ private:
                       const std::vector<BoundaryVertex>& vertices,
                       const ElevationPoint& point) const;
 
+    /// The effect of a leaf's queue of edges on the point: Boundary, or whether it toggles.
+    EdgeEffect queueEffect(const std::uint32_t* edges, std::size_t size,
+                           const ElevationPoint& point) const;
+
     /// The part of the plane with cells; nothing indexed holds a point outside it.
     BoundingBox region_;
     double xScale_ = 0.0; ///< cells of the finest level per unit
     double yScale_ = 0.0;
+    double margin_ = 0.0;     ///< more than any rounding error of the point test
     unsigned tableBits_ = 0;  ///< the table has 2^tableBits_ columns, and as many rows
     unsigned tableShift_ = 0; ///< levels between the table and the finest level
 

@@ -1,6 +1,7 @@
 #include "boundary/point_index_builder.h"
 
 #include "boundary/edge_crossing.h"
+#include "boundary/edge_queue.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,6 +20,9 @@ constexpr double flatReach = 1.0001e-6;
 
 /// A cell with no more words than this is not worth splitting.
 constexpr std::size_t leafWords = 10;
+
+/// From this many edges of one polygon on, a leaf puts those in a queue that can stand in one.
+constexpr std::ptrdiff_t queueEdges = 16;
 
 /// Words for each edge, in cells and leaves together: bounds the memory where many long edges lie
 /// close to each other.
@@ -161,6 +165,7 @@ void PointIndexBuilder::setScale() {
     // abscissa (at most 16), of a clipped edge (8), of a point's cell (8), of a segment's distance
     // (8). The margin is 128 of them. Its lower bound covers what underflows near zero.
     margin_ = std::max(std::ldexp(largest, -46), 1e-150);
+    index_.margin_ = margin_;
     region = {region.xMin - margin_, region.yMin - margin_, region.xMax + margin_,
               region.yMax + margin_};
     // A little more than the region, so that its far border still falls into the last cell; and
@@ -214,9 +219,19 @@ void PointIndexBuilder::makeLeaf(const OpenCell& cell) {
         if ((head & cells::groupWhole) != 0) {
             leaves.push_back(cells::groupWhole);
             leaves.push_back(polygon);
-        } else {
+        } else if (edgesEnd - word < queueEdges) {
             leaves.push_back(head);
             leaves.insert(leaves.end(), word, edgesEnd);
+        } else {
+            Words edges(word, edgesEnd);
+            const double cellHeight = std::ldexp(height_, -static_cast<int>(level_));
+            const double yLow = index_.region_.yMin + cell.row * cellHeight;
+            const std::size_t queued =
+                queueUp(edges, index_.ringVertices_, yLow - margin_, yLow + cellHeight + margin_);
+            leaves.push_back(static_cast<Word>(edges.size() - queued) << cells::groupBits |
+                             (head & cells::groupOdd) | cells::groupQueue);
+            leaves.push_back(static_cast<Word>(queued));
+            leaves.insert(leaves.end(), edges.begin(), edges.end());
         }
         ++leaves[start];
         word = edgesEnd;

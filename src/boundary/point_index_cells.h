@@ -16,11 +16,14 @@ inline constexpr Word kindMask = 3;
 inline constexpr unsigned kindBits = 2;
 
 // A leaf: the number of its groups, then the groups. A group stands for one polygon and begins with
-// a head: the number of edges, and two flags. An ordinary group goes on with its edges; a group
-// whose polygon is asked as a whole goes on with the polygon's number and has no edges.
+// a head: the number of edges, and flags. Its edges follow. A group whose polygon is asked as a
+// whole has no edges but the polygon's number. A group with a queue has, before its edges, a number
+// of further ones, not counted in the head, and these: edges that pass through all heights of the
+// cell, from left to right, none crossing another there.
 inline constexpr Word groupOdd = 1;
 inline constexpr Word groupWhole = 2;
-inline constexpr unsigned groupBits = 2;
+inline constexpr Word groupQueue = 4;
+inline constexpr unsigned groupBits = 3;
 
 // An edge of a leaf: its number, and for each end whether it counts when it lies below the point.
 // The edges that are not in the cell add up to one parity for the cell only together with these
