@@ -4,7 +4,7 @@ namespace veldtrim {
 namespace {
 
 // One mark in this many bytes at most.
-constexpr std::int32_t markDistance = 128;
+constexpr std::int32_t markDistance = 64;
 
 // Programs ask for a handful of names; whoever asks for more starts over.
 constexpr std::size_t mostNames = 32;
@@ -67,7 +67,7 @@ AttributeSearch::Marks& AttributeSearch::marksOf(std::string_view name) {
 bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& marks) {
     passed.clear();
     Outcome outcome;
-    std::int32_t block = -1;
+    std::int32_t block = span.next / markDistance;
     while (true) {
         // Searches that have met agree on the first token of every further block.
         if (span.next / markDistance != block) {

@@ -161,8 +161,7 @@ std::string CMarkupSTL::getData() const {
     TokenSpan span(docText, element.startRight + 1);
     nextToken(span);
     if (span.first() == '<' && element.endLeft - span.left > 11 &&
-        docText.compare(static_cast<std::size_t>(span.left) + 1, 8, "![CDATA[") == 0 &&
-        span.next < element.endLeft) {
+        docText.compare(static_cast<std::size_t>(span.left) + 1, 8, "![CDATA[") == 0) {
         const std::string_view content(docText.data(), static_cast<std::size_t>(element.endLeft));
         const std::size_t end = content.find("]]>", static_cast<std::size_t>(span.next));
         if (end != std::string_view::npos) {
@@ -187,8 +186,9 @@ std::string CMarkupSTL::getElementMarkup() const {
         return {};
     }
     const ElementPosition& element = at(mainPos);
-    return docText.substr(static_cast<std::size_t>(element.startLeft),
-                          static_cast<std::size_t>(element.endRight - element.startLeft + 1));
+    const std::size_t begin = static_cast<std::size_t>(element.startLeft);
+    const std::size_t last = static_cast<std::size_t>(element.endRight);
+    return docText.substr(begin, last - begin + 1);
 }
 
 std::string CMarkupSTL::decodeText(std::int32_t from, std::int32_t to) const {

@@ -146,6 +146,8 @@ void XMLReader::prepNames(std::string& cityFile) const {
     cityFile = askPrefix("enter prefix of _city file:") + "_city.xml";
 }
 
+// The exported interface takes these texts by value.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 bool XMLReader::stringToDouble(std::string text, double& value) {
     return fromString(text, value);
 }
@@ -161,5 +163,6 @@ bool XMLReader::stringToInt(std::string text, std::int32_t& value) {
 bool XMLReader::stringToString(std::string text, std::string& value) {
     return fromString(text, value);
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 } // namespace veldtrim

@@ -33,7 +33,7 @@ public:
     std::string text;
     std::vector<ElementPosition> elements;
 
-    /// Value of the attribute, or what an absent one gives: the empty text.
+    /// Value of the attribute as written, or what an absent one gives: the empty text.
     std::string attribute(int element, const std::string& name) {
         Token token;
         token.next = elements[static_cast<std::size_t>(element)].startLeft + 1;
@@ -41,7 +41,7 @@ public:
         for (int number = 0; next(token); ++number) {
             if (token.quoted) {
                 if (matched != 0 && number == matched + 2) {
-                    return decode(token.left, token.right);
+                    return cut(token.left, token.right);
                 }
                 continue;
             }
@@ -53,31 +53,13 @@ public:
                 continue;
             }
             if (name.empty()) {
-                return decode(token.left, token.right);
+                return cut(token.left, token.right);
             }
             if (matches(token, name)) {
                 matched = number;
             }
         }
         return "";
-    }
-
-    std::string data(int index) {
-        const ElementPosition& element = elements[static_cast<std::size_t>(index)];
-        if (element.firstChild != 0 || element.startRight == element.endLeft + 1) {
-            return "";
-        }
-        Token token;
-        token.next = element.startRight + 1;
-        next(token);
-        if (get(token.left) == '<' && token.left + 11 < element.endLeft &&
-            cut(token.left + 1, token.left + 8) == "![CDATA[") {
-            const int end = find("]]>", token.next);
-            if (end >= 0 && end < element.endLeft) {
-                return cut(token.left + 9, end - 1);
-            }
-        }
-        return decode(element.startRight + 1, element.endLeft - 1);
     }
 
 private:
@@ -142,24 +124,6 @@ private:
         }
         return written.size() == name.size() ||
                std::string(" =/[").find(name[written.size()]) != std::string::npos;
-    }
-
-    std::string decode(int from, int to) const {
-        const std::pair<const char*, const char*> entities[] = {
-            {"lt;", "<"}, {"amp;", "&"}, {"gt;", ">"}, {"apos;", "'"}, {"quot;", "\""}};
-        std::string decoded;
-        for (int now = from; now <= to; ++now) {
-            std::string piece(1, get(now));
-            for (const auto& [entity, character] : entities) {
-                const int length = static_cast<int>(std::string(entity).size());
-                if (piece == "&" && now <= to - length && cut(now + 1, now + length) == entity) {
-                    piece = character;
-                    now += length;
-                }
-            }
-            decoded += piece;
-        }
-        return decoded;
     }
 
     int fail(const std::string& message) {

@@ -134,40 +134,29 @@ TEST(XmlReaderTest, TheStaticTraversalGoesOnFromWhereTheDocumentStands) {
     EXPECT_FALSE(XMLReader::traversePath("a", nullptr));
 }
 
-/// Standard input and output replaced for the length of a test.
-class Console {
-public:
-    explicit Console(const std::string& typed)
-        : input(typed), oldInput(std::cin.rdbuf(input.rdbuf())),
-          oldOutput(std::cout.rdbuf(shown.rdbuf())) {}
-    ~Console() {
-        std::cin.rdbuf(oldInput);
-        std::cout.rdbuf(oldOutput);
-        std::cin.clear();
-    }
-    std::istringstream input;
+/// What `prompt` shows on standard output when `typed` waits on standard input.
+template <typename Prompt>
+std::string shownWhenTyped(const std::string& typed, const Prompt& prompt) {
+    std::istringstream input(typed);
     std::ostringstream shown;
-
-private:
-    std::streambuf* oldInput;
-    std::streambuf* oldOutput;
-};
+    std::streambuf* const oldInput = std::cin.rdbuf(input.rdbuf());
+    std::streambuf* const oldOutput = std::cout.rdbuf(shown.rdbuf());
+    prompt();
+    std::cin.rdbuf(oldInput);
+    std::cout.rdbuf(oldOutput);
+    std::cin.clear();
+    return shown.str();
+}
 
 TEST(XmlReaderTest, PromptsForAPrefix) {
     const XMLReader reader;
     std::string node = "old", polygon, city, poly;
-    {
-        const Console console("  town more\n");
-        reader.prepNames(node, polygon, city, poly);
-        EXPECT_EQ(console.shown.str(), "\nenter prefix of _node (and _polygon, and _city) file:\n");
-    }
+    EXPECT_EQ(shownWhenTyped("  town more\n", [&] { reader.prepNames(node, polygon, city, poly); }),
+              "\nenter prefix of _node (and _polygon, and _city) file:\n");
     EXPECT_EQ((Names{node, polygon, city, poly}),
               (Names{"town_node", "town_polygon", "town_city.xml", "town.poly"}));
-    {
-        const Console console("");
-        reader.prepNames(city);
-        EXPECT_EQ(console.shown.str(), "\n\nenter prefix of _city file:\n");
-    }
+    EXPECT_EQ(shownWhenTyped("", [&] { reader.prepNames(city); }),
+              "\n\nenter prefix of _city file:\n");
     EXPECT_EQ(city, "_city.xml");
 }
 
