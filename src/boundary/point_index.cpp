@@ -27,23 +27,22 @@ PointIndex::PointIndex(const std::vector<BoundaryPolygon>& polygons,
 bool PointIndex::contains(std::vector<BoundaryPolygon>& polygons,
                           const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) const {
-    if (point.x >= region_.xMin && point.x <= region_.xMax && point.y >= region_.yMin &&
-        point.y <= region_.yMax) {
-        const auto column = static_cast<std::uint32_t>((point.x - region_.xMin) * xScale_);
-        const auto row = static_cast<std::uint32_t>((point.y - region_.yMin) * yScale_);
-        unsigned shift = tableShift_;
-        cells::Word cell =
-            table_[(static_cast<std::size_t>(row >> shift) << tableBits_) + (column >> shift)];
-        while ((cell & cells::kindMask) == cells::split) {
-            --shift;
-            cell = quads_[(cell >> cells::kindBits) + 2 * ((row >> shift) & 1U) +
-                          ((column >> shift) & 1U)];
-        }
-        if (cell == cells::inside ||
-            (cell != cells::outside &&
-             leafContains(cell >> cells::kindBits, polygons, vertices, point))) {
+    const cells::Cell cell = cellAt(point);
+    switch (cell & cells::kindMask) {
+    case cells::inside:
+        return true;
+    case cells::run:
+        if (runContains(cell, point)) {
             return true;
         }
+        break;
+    case cells::leaf:
+        if (leafContains(&leaves_[cell >> cells::kindBits], polygons, vertices, point)) {
+            return true;
+        }
+        break;
+    default:
+        break;
     }
     for (const std::uint32_t number : unindexed_) {
         if (boundsContain(polygons[number], point) &&
@@ -54,10 +53,60 @@ bool PointIndex::contains(std::vector<BoundaryPolygon>& polygons,
     return false;
 }
 
-bool PointIndex::leafContains(std::size_t offset, std::vector<BoundaryPolygon>& polygons,
+cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
+    if (!(point.x >= region_.xMin && point.x <= region_.xMax && point.y >= region_.yMin &&
+          point.y <= region_.yMax)) {
+        return cells::outside;
+    }
+    const auto column = static_cast<std::uint32_t>((point.x - region_.xMin) * xScale_);
+    const auto row = static_cast<std::uint32_t>((point.y - region_.yMin) * yScale_);
+    unsigned shift = tableShift_;
+    cells::Cell cell =
+        table_[(static_cast<std::size_t>(row >> shift) << tableBits_) + (column >> shift)];
+    while ((cell & cells::kindMask) == cells::split) {
+        --shift;
+        cell = quads_[(cell >> cells::kindBits) + 2 * ((row >> shift) & 1U) +
+                      ((column >> shift) & 1U)];
+    }
+    return cell;
+}
+
+namespace {
+
+/// Adds an edge to the parity of its ring at the point: its effect, and the ends that count.
+/// Returns false, and nothing is added, when the edge holds the point.
+bool addEdge(cells::Word& odd, cells::Word countingEnds, const BoundaryVertex* ends,
+             const ElevationPoint& point) {
+    const EdgeEffect effect = edgeEffect(ends[0], ends[1], point);
+    if (effect == EdgeEffect::Boundary) {
+        return false;
+    }
+    const cells::Word fromBelow = ends[0].y < point.y ? cells::fromCounts : 0U;
+    const cells::Word toBelow = ends[1].y < point.y ? cells::toCounts : 0U;
+    const cells::Word below = countingEnds & (fromBelow | toBelow);
+    odd ^= static_cast<cells::Word>(effect) ^ below ^ (below >> 1U);
+    return true;
+}
+
+} // namespace
+
+bool PointIndex::runContains(cells::Cell run, const ElevationPoint& point) const {
+    auto odd = static_cast<cells::Word>(run >> cells::runOddShift);
+    auto countingEnds = static_cast<cells::Word>(run >> cells::runEndsShift);
+    const BoundaryVertex* ends = &ringVertices_[run >> cells::runEdgeShift];
+    for (auto size = run >> cells::runSizeShift & cells::runSizeMask; size > 0; --size) {
+        if (!addEdge(odd, countingEnds & cells::endsMask, ends, point)) {
+            return true;
+        }
+        countingEnds >>= cells::edgeBits;
+        ++ends;
+    }
+    return (odd & 1U) != 0;
+}
+
+bool PointIndex::leafContains(const cells::Word* word, std::vector<BoundaryPolygon>& polygons,
                               const std::vector<BoundaryVertex>& vertices,
                               const ElevationPoint& point) const {
-    const cells::Word* word = &leaves_[offset];
     for (cells::Word groups = *word++; groups > 0; --groups) {
         const cells::Word head = *word++;
         if ((head & cells::groupWhole) != 0) {
@@ -80,24 +129,19 @@ bool PointIndex::leafContains(std::size_t offset, std::vector<BoundaryPolygon>& 
         }
         for (cells::Word edges = head >> cells::groupBits; edges > 0; --edges) {
             const cells::Word edge = *word++;
-            const BoundaryVertex* const ends = &ringVertices_[edge >> cells::edgeBits];
-            const cells::Word fromBelow = ends[0].y < point.y ? 1 : 0;
-            const cells::Word toBelow = ends[1].y < point.y ? 1 : 0;
-            odd ^= (edge & fromBelow) ^ ((edge >> 1U) & toBelow);
-            const EdgeEffect effect = edgeEffect(ends[0], ends[1], point);
-            if (effect == EdgeEffect::Boundary) {
+            if (!addEdge(odd, edge & cells::endsMask, &ringVertices_[edge >> cells::edgeBits],
+                         point)) {
                 return true;
             }
-            odd ^= static_cast<cells::Word>(effect);
         }
-        if (odd != 0) {
+        if ((odd & 1U) != 0) {
             return true;
         }
     }
     return false;
 }
 
-EdgeEffect PointIndex::queueEffect(const std::uint32_t* edges, std::size_t size,
+EdgeEffect PointIndex::queueEffect(const cells::Word* edges, std::size_t size,
                                    const ElevationPoint& point) const {
     const auto distance = [&](std::size_t i) {
         const BoundaryVertex* const ends = &ringVertices_[edges[i] >> cells::edgeBits];
@@ -128,8 +172,8 @@ EdgeEffect PointIndex::queueEffect(const std::uint32_t* edges, std::size_t size,
 }
 
 std::size_t PointIndex::byteSize() const {
-    return (table_.size() + quads_.size() + leaves_.size() + unindexed_.size()) *
-               sizeof(cells::Word) +
+    return (table_.size() + quads_.size()) * sizeof(cells::Cell) +
+           (leaves_.size() + unindexed_.size()) * sizeof(cells::Word) +
            ringVertices_.size() * sizeof(BoundaryVertex);
 }
 

@@ -3,6 +3,7 @@
 
 #include "boundary/boundary_polygon.h"
 #include "boundary/edge_crossing.h"
+#include "boundary/point_index_cells.h"
 #include "elevation/elevation_point.h"
 
 #include <cstddef>
@@ -48,12 +49,15 @@ public:
 private:
     friend class PointIndexBuilder;
 
-    bool leafContains(std::size_t offset, std::vector<BoundaryPolygon>& polygons,
+    /// The undivided cell that holds the point.
+    [[nodiscard]] cells::Cell cellAt(const ElevationPoint& point) const;
+    [[nodiscard]] bool runContains(cells::Cell run, const ElevationPoint& point) const;
+    bool leafContains(const cells::Word* word, std::vector<BoundaryPolygon>& polygons,
                       const std::vector<BoundaryVertex>& vertices,
                       const ElevationPoint& point) const;
 
     /// The effect of a leaf's queue of edges on the point: Boundary, or whether it toggles.
-    EdgeEffect queueEffect(const std::uint32_t* edges, std::size_t size,
+    EdgeEffect queueEffect(const cells::Word* edges, std::size_t size,
                            const ElevationPoint& point) const;
 
     /// The part of the plane with cells; nothing indexed holds a point outside it.
@@ -64,10 +68,9 @@ private:
     unsigned tableBits_ = 0;  ///< the table has 2^tableBits_ columns, and as many rows
     unsigned tableShift_ = 0; ///< levels between the table and the finest level
 
-    /// Cells, in the encoding of point_index_cells.h.
-    std::vector<std::uint32_t> table_;
-    std::vector<std::uint32_t> quads_;
-    std::vector<std::uint32_t> leaves_;
+    std::vector<cells::Cell> table_;
+    std::vector<cells::Cell> quads_;
+    std::vector<cells::Word> leaves_;
 
     /// The vertices of each indexed ring, the first one once more at its end: edge e runs from
     /// ringVertices_[e] to ringVertices_[e + 1].

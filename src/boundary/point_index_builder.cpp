@@ -19,7 +19,7 @@ constexpr double largestCoordinate = 1e15;
 constexpr double flatReach = 1.0001e-6;
 
 /// A cell with no more words than this is not worth splitting.
-constexpr std::size_t leafWords = 10;
+constexpr std::size_t leafWords = 6;
 
 /// From this many edges of one polygon on, a leaf puts those in a queue that can stand in one.
 constexpr std::ptrdiff_t queueEdges = 16;
@@ -78,7 +78,7 @@ void PointIndexBuilder::build() {
         wordBudget_ = std::min(mostWords, wordsPerEdge * index_.ringVertices_.size() + 64);
         index_.leaves_.reserve(wordBudget_);
         next_.words.reserve(wordBudget_);
-        current_.cells.push_back({0, 0, 0, current_.words.size(), 0});
+        current_.cells.push_back({0, 0, 0, static_cast<Word>(current_.words.size()), 0});
         while (!current_.cells.empty()) {
             buildLevel();
         }
@@ -184,10 +184,10 @@ void PointIndexBuilder::setScale() {
 
 void PointIndexBuilder::buildLevel() {
     for (const OpenCell& cell : current_.cells) {
-        if (isLeaf(cell)) {
-            makeLeaf(cell);
-        } else {
+        if (!isLeaf(cell)) {
             split(cell);
+        } else if (!makeRun(cell)) {
+            makeLeaf(cell);
         }
     }
     std::swap(current_, next_);
@@ -205,10 +205,34 @@ bool PointIndexBuilder::isLeaf(const OpenCell& cell) const {
            index_.leaves_.size() + next_.words.size() + stillOpen + words > wordBudget_;
 }
 
+/// Puts a cell with a few successive edges of one ring into the tree as they are; false if it has
+/// others.
+bool PointIndexBuilder::makeRun(const OpenCell& cell) {
+    const Word* const group = current_.words.data() + cell.firstWord;
+    const Word head = group[0];
+    const Word* const edges = group + 2;
+    const Word size = head >> cells::groupBits;
+    if (size > cells::longestRun || cell.endWord - cell.firstWord != size + 2 ||
+        (head & cells::groupWhole) != 0) {
+        return false;
+    }
+    Cell run = cells::run | Cell{head & cells::groupOdd} << cells::runOddShift |
+               Cell{size} << cells::runSizeShift |
+               Cell{edges[0] >> cells::edgeBits} << cells::runEdgeShift;
+    for (Word i = 0; i < size; ++i) {
+        if (edges[i] >> cells::edgeBits != (edges[0] >> cells::edgeBits) + i) {
+            return false;
+        }
+        run |= Cell{edges[i] & cells::endsMask} << (cells::runEndsShift + i * cells::edgeBits);
+    }
+    index_.quads_[cell.slot] = run;
+    return true;
+}
+
 void PointIndexBuilder::makeLeaf(const OpenCell& cell) {
     Words& leaves = index_.leaves_;
     const std::size_t start = leaves.size();
-    index_.quads_[cell.quadSlot] = static_cast<Word>(start) << cells::kindBits | cells::leaf;
+    index_.quads_[cell.slot] = Cell{start} << cells::kindBits | cells::leaf;
     leaves.push_back(0);
     const Word* word = current_.words.data() + cell.firstWord;
     const Word* const end = current_.words.data() + cell.endWord;
@@ -273,16 +297,17 @@ void PointIndexBuilder::split(const OpenCell& cell) {
     }
 
     const std::size_t quad = index_.quads_.size();
-    index_.quads_[cell.quadSlot] = static_cast<Word>(quad) << cells::kindBits | cells::split;
+    index_.quads_[cell.slot] = Cell{quad} << cells::kindBits | cells::split;
     for (std::size_t i = 0; i < children_.size(); ++i) {
         const Child& child = children_[i];
         index_.quads_.push_back(child.filled ? cells::inside : cells::outside);
         if (!child.filled && !child.words.empty()) {
-            const std::size_t first = next_.words.size();
+            const auto first = static_cast<Word>(next_.words.size());
             next_.words.insert(next_.words.end(), child.words.begin(), child.words.end());
             next_.cells.push_back({2 * cell.column + static_cast<std::uint32_t>(i % 2),
                                    2 * cell.row + static_cast<std::uint32_t>(i / 2), first,
-                                   next_.words.size(), quad + i});
+                                   static_cast<Word>(next_.words.size()),
+                                   static_cast<Word>(quad + i)});
         }
     }
 }
@@ -311,7 +336,7 @@ void PointIndexBuilder::splitEdge(Word edge) {
                 child.odd ^= counted ^ (toggles ? 1U : 0U);
                 continue;
             }
-            Word kept = edge & ~(cells::fromCounts | cells::toCounts);
+            Word kept = edge & ~cells::endsMask;
             const auto counts = [&](const BoundaryVertex& end) {
                 return end.x > child.xCentre && end.y >= yLow && end.y <= yHigh;
             };
@@ -348,7 +373,7 @@ void PointIndexBuilder::flatten() {
 }
 
 /// Enters a cell of a level, at its column and row of that level, into the table.
-void PointIndexBuilder::fillTable(Word cell, unsigned level, std::size_t column, std::size_t row) {
+void PointIndexBuilder::fillTable(Cell cell, unsigned level, std::size_t column, std::size_t row) {
     if (level < index_.tableBits_ && (cell & cells::kindMask) == cells::split) {
         for (std::size_t i = 0; i < 4; ++i) {
             fillTable(index_.quads_[(cell >> cells::kindBits) + i], level + 1, 2 * column + i % 2,

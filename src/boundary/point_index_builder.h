@@ -33,6 +33,7 @@ public:
     void build();
 
 private:
+    using Cell = cells::Cell;
     using Word = cells::Word;
     using Words = std::vector<Word>;
 
@@ -40,9 +41,9 @@ private:
     struct OpenCell {
         std::uint32_t column;
         std::uint32_t row;
-        std::size_t firstWord; ///< of its groups, in the words of its level
-        std::size_t endWord;
-        std::size_t quadSlot; ///< where the cell's word belongs in the index's quads
+        std::uint32_t firstWord; ///< of its groups, in the words of its level
+        std::uint32_t endWord;
+        std::uint32_t slot; ///< where the cell belongs in the index's quads
     };
 
     /// The open cells of one level of the tree.
@@ -70,13 +71,14 @@ private:
 
     void buildLevel();
     [[nodiscard]] bool isLeaf(const OpenCell& cell) const;
+    bool makeRun(const OpenCell& cell);
     void makeLeaf(const OpenCell& cell);
     void split(const OpenCell& cell);
     void splitEdge(Word edge);
     void endGroup(Child& child, bool isWhole);
 
     void flatten();
-    void fillTable(Word cell, unsigned level, std::size_t column, std::size_t row);
+    void fillTable(Cell cell, unsigned level, std::size_t column, std::size_t row);
 
     PointIndex& index_;
     const std::vector<BoundaryPolygon>& polygons_;

@@ -1,19 +1,33 @@
-/// How the cells of the point index are laid out in words of 32 bits.
+/// How the cells of the point index are laid out in memory.
 #pragma once
 
 #include <cstdint>
 
 namespace veldtrim::cells {
 
-using Word = std::uint32_t;
+/// A cell of the tree. The lowest bits say what kind it is.
+using Cell = std::uint64_t;
 
-// A cell. The two lowest bits say what it is; the others where a leaf or a quad of children begins.
-inline constexpr Word outside = 0;
-inline constexpr Word inside = 1;
-inline constexpr Word leaf = 2;
-inline constexpr Word split = 3;
-inline constexpr Word kindMask = 3;
-inline constexpr unsigned kindBits = 2;
+inline constexpr Cell outside = 0;
+inline constexpr Cell inside = 1;
+inline constexpr Cell leaf = 2;  ///< the other bits: where it begins among the leaves
+inline constexpr Cell split = 3; ///< the other bits: where its four children begin
+inline constexpr Cell run = 4;   ///< a leaf so small that it fits into its cell
+inline constexpr Cell kindMask = 7;
+inline constexpr unsigned kindBits = 3;
+
+// A run: up to three successive edges of one ring. One bit for the parity of all its other edges,
+// the number of edges, the two bits of each edge that say which of its ends count (below), and the
+// first edge's number.
+inline constexpr unsigned runOddShift = 3;
+inline constexpr unsigned runSizeShift = 4;
+inline constexpr Cell runSizeMask = 3;
+inline constexpr unsigned runEndsShift = 6;
+inline constexpr unsigned runEdgeShift = 32;
+inline constexpr std::uint32_t longestRun = 3;
+
+/// Leaves, and cells while the tree is built, are lists of words.
+using Word = std::uint32_t;
 
 // A leaf: the number of its groups, then the groups. A group stands for one polygon and begins with
 // a head: the number of edges, and flags. Its edges follow. A group whose polygon is asked as a
@@ -30,6 +44,7 @@ inline constexpr unsigned groupBits = 3;
 // ends, where their chains begin.
 inline constexpr Word fromCounts = 1;
 inline constexpr Word toCounts = 2;
+inline constexpr Word endsMask = 3;
 inline constexpr unsigned edgeBits = 2;
 
 } // namespace veldtrim::cells
