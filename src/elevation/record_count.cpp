@@ -3,14 +3,39 @@
 #include "elevation/platform_file.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <numeric>
 #include <stdexcept>
 #include <vector>
 
 namespace veldtrim {
 
 namespace {
+
 constexpr std::size_t blockSize = std::size_t{256} << 10;
+
+/// Counts line feeds in counters of one byte side by side, which compilers turn into a few
+/// instructions for many bytes at once.
+std::int64_t countLineFeeds(const char* at, std::size_t size) {
+    constexpr std::size_t lanes = 64;
+    constexpr std::size_t most = std::numeric_limits<std::uint8_t>::max();
+    std::int64_t total = 0;
+    while (size >= lanes) {
+        const std::size_t rows = std::min(size / lanes, most);
+        std::array<std::uint8_t, lanes> counts{};
+        for (std::size_t row = 0; row < rows; ++row) {
+            for (std::size_t lane = 0; lane < lanes; ++lane) {
+                counts[lane] = static_cast<std::uint8_t>(counts[lane] + (at[lane] == '\n' ? 1 : 0));
+            }
+            at += lanes;
+        }
+        size -= rows * lanes;
+        total = std::accumulate(counts.begin(), counts.end(), total);
+    }
+    return total + std::count(at, at + size, '\n');
+}
+
 } // namespace
 
 std::int32_t countRecords(std::string path) {
@@ -18,7 +43,7 @@ std::int32_t countRecords(std::string path) {
     std::vector<char> block(blockSize);
     std::int64_t lineFeeds = 0;
     while (const std::size_t got = file.read(block.data(), block.size())) {
-        lineFeeds += std::count(block.data(), block.data() + got, '\n');
+        lineFeeds += countLineFeeds(block.data(), got);
     }
     const std::int64_t records = lineFeeds - 1;
     if (records > std::numeric_limits<std::int32_t>::max()) {
