@@ -24,18 +24,13 @@ constexpr std::size_t leafWords = 6;
 /// From this many edges of one polygon on, a leaf puts those in a queue that can stand in one.
 constexpr std::ptrdiff_t queueEdges = 16;
 
-/// Words for each edge, in cells and leaves together: bounds the memory where many long edges lie
-/// close to each other.
-constexpr std::size_t wordsPerEdge = 14;
-constexpr std::size_t mostWords = std::size_t{1} << 29U;
+/// Words of leaves for each edge: bounds the memory where many long edges lie close to each other.
+constexpr std::size_t wordsPerEdge = 24;
+constexpr std::size_t mostWords = std::size_t{1} << 30U;
 
 /// An edge that rises less has its whole width at each of its heights: the quotient in the crossing
 /// abscissa could underflow.
 constexpr double smallestRise = 1e-140;
-
-bool isIndexable(const BoundaryVertex& vertex) {
-    return std::abs(vertex.x) <= largestCoordinate && std::abs(vertex.y) <= largestCoordinate;
-}
 
 struct Interval {
     double low;
@@ -70,53 +65,54 @@ cells::Word endsBelow(cells::Word edge, const BoundaryVertex* ends, double y) {
 } // namespace
 
 void PointIndexBuilder::build() {
-    addPolygons();
-    index_.quads_.assign(1, cells::outside);
-    if (!current_.words.empty()) {
+    const Words groups = addPolygons();
+    Cell root = cells::outside;
+    if (!groups.empty()) {
         setScale();
-        // Room that is not used costs no memory, and nothing is copied while the lists grow.
-        wordBudget_ = std::min(mostWords, wordsPerEdge * index_.ringVertices_.size() + 64);
-        index_.leaves_.reserve(wordBudget_);
-        next_.words.reserve(wordBudget_);
-        current_.cells.push_back({0, 0, 0, static_cast<Word>(current_.words.size()), 0});
-        while (!current_.cells.empty()) {
-            buildLevel();
-        }
+        childrenOfLevel_.resize(deepest_);
+        const std::size_t budget =
+            std::min(mostWords, wordsPerEdge * index_.ringVertices_.size() + groups.size());
+        index_.leaves_.reserve(budget); // room that is not used costs no memory
+        root = buildCell(groups, {0, 0, 0}, budget);
     }
-    flatten();
+    flatten(root);
 }
 
-void PointIndexBuilder::addPolygons() {
+PointIndexBuilder::Words PointIndexBuilder::addPolygons() {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     index_.region_ = {infinity, infinity, -infinity, -infinity};
     index_.ringVertices_.reserve(vertices_.size() + 2 * polygons_.size());
+    Words groups;
+    groups.reserve(vertices_.size() + 3 * polygons_.size());
     for (std::size_t i = 0; i < polygons_.size(); ++i) {
         const BoundaryPolygon& polygon = polygons_[i];
+        const BoundingBox& bounds = polygon.bounds;
         const Ring ring(polygon, vertices_);
         if (polygon.vertexIndices.empty() || ring.size() < 2) {
             continue; // holds no point
         }
         const auto number = static_cast<Word>(i);
-        if (!boundsAreThoseOf(ring, polygon.bounds)) {
+        if (!isIndexable(ring, bounds)) {
             index_.unindexed_.push_back(number);
         } else if (ring.size() == 2) {
-            addWhole(ring.vertex(0), ring.vertex(1), number);
-        } else if (polygon.bounds.yMin == polygon.bounds.yMax) {
-            addWhole({polygon.bounds.xMin - flatReach, polygon.bounds.yMin},
-                     {polygon.bounds.xMax + flatReach, polygon.bounds.yMin}, number);
+            addWhole(groups, ring.vertex(0), ring.vertex(1), number);
+        } else if (bounds.yMin == bounds.yMax) {
+            addWhole(groups, {bounds.xMin - flatReach, bounds.yMin},
+                     {bounds.xMax + flatReach, bounds.yMin}, number);
         } else {
-            addRing(ring, number);
+            addRing(groups, ring, number);
         }
     }
+    return groups;
 }
 
-/// Whether cells can stand for the pretest: its bounds are exactly those of the vertices, and all
-/// of these are numbers of a usual size.
-bool PointIndexBuilder::boundsAreThoseOf(const Ring& ring, const BoundingBox& bounds) const {
+/// Whether cells can stand for the polygon's pretest: its bounds are exactly those of the vertices,
+/// and all of these are numbers of a usual size.
+bool PointIndexBuilder::isIndexable(const Ring& ring, const BoundingBox& bounds) const {
     BoundingBox actual{ring.vertex(0).x, ring.vertex(0).y, ring.vertex(0).x, ring.vertex(0).y};
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const BoundaryVertex& vertex = ring.vertex(i);
-        if (!isIndexable(vertex)) {
+        if (!(std::abs(vertex.x) <= largestCoordinate && std::abs(vertex.y) <= largestCoordinate)) {
             return false;
         }
         actual.xMin = std::min(actual.xMin, vertex.x);
@@ -128,22 +124,22 @@ bool PointIndexBuilder::boundsAreThoseOf(const Ring& ring, const BoundingBox& bo
            bounds.yMax == actual.yMax;
 }
 
-void PointIndexBuilder::addRing(const Ring& ring, Word number) {
-    current_.words.push_back(static_cast<Word>(ring.size()) << cells::groupBits);
-    current_.words.push_back(number);
+void PointIndexBuilder::addRing(Words& groups, const Ring& ring, Word number) {
+    groups.push_back(static_cast<Word>(ring.size()) << cells::groupBits);
+    groups.push_back(number);
     for (std::size_t i = 0; i < ring.size(); ++i) {
-        current_.words.push_back(static_cast<Word>(index_.ringVertices_.size()) << cells::edgeBits);
+        groups.push_back(static_cast<Word>(index_.ringVertices_.size()) << cells::edgeBits);
         addVertex(ring.vertex(i));
     }
     addVertex(ring.vertex(0));
 }
 
 /// Adds a polygon that is asked as a whole wherever the line between two points passes.
-void PointIndexBuilder::addWhole(const BoundaryVertex& from, const BoundaryVertex& to,
-                                 Word number) {
-    current_.words.push_back(1U << cells::groupBits | cells::groupWhole);
-    current_.words.push_back(number);
-    current_.words.push_back(static_cast<Word>(index_.ringVertices_.size()) << cells::edgeBits);
+void PointIndexBuilder::addWhole(Words& groups, const BoundaryVertex& from,
+                                 const BoundaryVertex& to, Word number) {
+    groups.push_back(1U << cells::groupBits | cells::groupWhole);
+    groups.push_back(number);
+    groups.push_back(static_cast<Word>(index_.ringVertices_.size()) << cells::edgeBits);
     addVertex(from);
     addVertex(to);
 }
@@ -182,60 +178,43 @@ void PointIndexBuilder::setScale() {
     index_.yScale_ = std::ldexp(1.0, static_cast<int>(deepest_)) / height_;
 }
 
-void PointIndexBuilder::buildLevel() {
-    for (const OpenCell& cell : current_.cells) {
-        if (!isLeaf(cell)) {
-            split(cell);
-        } else if (!makeRun(cell)) {
-            makeLeaf(cell);
-        }
+/// Builds the tree below a cell. Its leaves may have `wordBudget` words in all; the words of a cell
+/// that long edges pass through about double when it is split.
+PointIndexBuilder::Cell PointIndexBuilder::buildCell(const Words& groups, const Place& place,
+                                                     std::size_t wordBudget) {
+    if (groups.size() > leafWords && place.level < deepest_ && 2 * groups.size() <= wordBudget) {
+        return split(groups, place, wordBudget);
     }
-    std::swap(current_, next_);
-    next_.cells.clear();
-    next_.words.clear();
-    next_.words.reserve(wordBudget_);
-    ++level_;
+    const Cell run = makeRun(groups);
+    return run != cells::outside ? run : makeLeaf(groups, place);
 }
 
-bool PointIndexBuilder::isLeaf(const OpenCell& cell) const {
-    const std::size_t words = cell.endWord - cell.firstWord;
-    const std::size_t stillOpen = current_.words.size() - cell.firstWord;
-    // Splitting about doubles the words of a cell that edges pass through.
-    return words <= leafWords || level_ == deepest_ ||
-           index_.leaves_.size() + next_.words.size() + stillOpen + words > wordBudget_;
-}
-
-/// Puts a cell with a few successive edges of one ring into the tree as they are; false if it has
-/// others.
-bool PointIndexBuilder::makeRun(const OpenCell& cell) {
-    const Word* const group = current_.words.data() + cell.firstWord;
-    const Word head = group[0];
-    const Word* const edges = group + 2;
+/// A few successive edges of one ring as a cell of their own; `outside` if there are others.
+PointIndexBuilder::Cell PointIndexBuilder::makeRun(const Words& groups) const {
+    const Word head = groups[0];
     const Word size = head >> cells::groupBits;
-    if (size > cells::longestRun || cell.endWord - cell.firstWord != size + 2 ||
-        (head & cells::groupWhole) != 0) {
-        return false;
+    if (size > cells::longestRun || groups.size() != size + 2 || (head & cells::groupWhole) != 0) {
+        return cells::outside;
     }
+    const Word* const edges = groups.data() + 2;
+    const Word first = edges[0] >> cells::edgeBits;
     Cell run = cells::run | Cell{head & cells::groupOdd} << cells::runOddShift |
-               Cell{size} << cells::runSizeShift |
-               Cell{edges[0] >> cells::edgeBits} << cells::runEdgeShift;
+               Cell{size} << cells::runSizeShift | Cell{first} << cells::runEdgeShift;
     for (Word i = 0; i < size; ++i) {
-        if (edges[i] >> cells::edgeBits != (edges[0] >> cells::edgeBits) + i) {
-            return false;
+        if (edges[i] >> cells::edgeBits != first + i) {
+            return cells::outside;
         }
         run |= Cell{edges[i] & cells::endsMask} << (cells::runEndsShift + i * cells::edgeBits);
     }
-    index_.quads_[cell.slot] = run;
-    return true;
+    return run;
 }
 
-void PointIndexBuilder::makeLeaf(const OpenCell& cell) {
+PointIndexBuilder::Cell PointIndexBuilder::makeLeaf(const Words& groups, const Place& place) {
     Words& leaves = index_.leaves_;
     const std::size_t start = leaves.size();
-    index_.quads_[cell.slot] = Cell{start} << cells::kindBits | cells::leaf;
     leaves.push_back(0);
-    const Word* word = current_.words.data() + cell.firstWord;
-    const Word* const end = current_.words.data() + cell.endWord;
+    const Word* word = groups.data();
+    const Word* const end = word + groups.size();
     while (word != end) {
         const Word head = *word++;
         const Word polygon = *word++;
@@ -248,10 +227,9 @@ void PointIndexBuilder::makeLeaf(const OpenCell& cell) {
             leaves.insert(leaves.end(), word, edgesEnd);
         } else {
             Words edges(word, edgesEnd);
-            const double cellHeight = std::ldexp(height_, -static_cast<int>(level_));
-            const double yLow = index_.region_.yMin + cell.row * cellHeight;
+            const BoundingBox box = boxOf(place);
             const std::size_t queued =
-                queueUp(edges, index_.ringVertices_, yLow - margin_, yLow + cellHeight + margin_);
+                queueUp(edges, index_.ringVertices_, box.yMin - margin_, box.yMax + margin_);
             leaves.push_back(static_cast<Word>(edges.size() - queued) << cells::groupBits |
                              (head & cells::groupOdd) | cells::groupQueue);
             leaves.push_back(static_cast<Word>(queued));
@@ -260,107 +238,119 @@ void PointIndexBuilder::makeLeaf(const OpenCell& cell) {
         ++leaves[start];
         word = edgesEnd;
     }
+    return Cell{start} << cells::kindBits | cells::leaf;
 }
 
-void PointIndexBuilder::split(const OpenCell& cell) {
-    const double halfWidth = std::ldexp(width_, -static_cast<int>(level_) - 1);
-    const double halfHeight = std::ldexp(height_, -static_cast<int>(level_) - 1);
-    for (std::size_t i = 0; i < 3; ++i) {
-        xLines_[i] = index_.region_.xMin + (2.0 * cell.column + static_cast<double>(i)) * halfWidth;
-        yLines_[i] = index_.region_.yMin + (2.0 * cell.row + static_cast<double>(i)) * halfHeight;
-    }
-    for (std::size_t i = 0; i < children_.size(); ++i) {
-        Child& child = children_[i];
-        child.xCentre = 0.5 * (xLines_[i % 2] + xLines_[i % 2 + 1]);
-        child.yCentre = 0.5 * (yLines_[i / 2] + yLines_[i / 2 + 1]);
-        child.filled = false;
-        child.words.clear();
-    }
+BoundingBox PointIndexBuilder::boxOf(const Place& place) const {
+    const double width = std::ldexp(width_, -static_cast<int>(place.level));
+    const double height = std::ldexp(height_, -static_cast<int>(place.level));
+    const BoundingBox& region = index_.region_;
+    return {region.xMin + place.column * width, region.yMin + place.row * height,
+            region.xMin + (place.column + 1.0) * width, region.yMin + (place.row + 1.0) * height};
+}
 
-    const Word* word = current_.words.data() + cell.firstWord;
-    const Word* const end = current_.words.data() + cell.endWord;
+PointIndexBuilder::Cell PointIndexBuilder::split(const Words& groups, const Place& place,
+                                                 std::size_t wordBudget) {
+    const auto placeOf = [&](std::uint32_t i) {
+        return Place{place.level + 1, 2 * place.column + i % 2, 2 * place.row + i / 2};
+    };
+    Children& children = childrenOfLevel_[place.level];
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        Child& child = children[i];
+        child.box = boxOf(placeOf(i));
+        child.xCentre = 0.5 * (child.box.xMin + child.box.xMax);
+        child.yCentre = 0.5 * (child.box.yMin + child.box.yMax);
+        child.filled = false;
+        child.groups.clear();
+    }
+    distribute(groups, children);
+
+    std::size_t words = 0;
+    for (const Child& child : children) {
+        words += child.filled ? 0 : child.groups.size();
+    }
+    const std::size_t quad = index_.quads_.size();
+    index_.quads_.resize(quad + 4);
+    const double share = static_cast<double>(wordBudget) / static_cast<double>(words);
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        const Child& child = children[i];
+        Cell cell = child.filled ? cells::inside : cells::outside;
+        if (!child.filled && !child.groups.empty()) {
+            const double budget = share * static_cast<double>(child.groups.size());
+            cell = buildCell(child.groups, placeOf(i), static_cast<std::size_t>(budget));
+        }
+        index_.quads_[quad + i] = cell;
+    }
+    return Cell{quad} << cells::kindBits | cells::split;
+}
+
+/// Gives each child the groups of its own: the edges in it, and the parity of all others.
+void PointIndexBuilder::distribute(const Words& groups, Children& children) const {
+    const Word* word = groups.data();
+    const Word* const end = word + groups.size();
     while (word != end) {
         const Word head = *word++;
         const Word polygon = *word++;
-        for (Child& child : children_) {
-            child.head = child.words.size();
-            child.words.push_back(0);
-            child.words.push_back(polygon);
+        const bool isWhole = (head & cells::groupWhole) != 0;
+        for (Child& child : children) {
+            child.head = child.groups.size();
+            child.groups.push_back(0);
+            child.groups.push_back(polygon);
             child.odd = head & cells::groupOdd;
         }
         for (const Word* const edgesEnd = word + (head >> cells::groupBits); word != edgesEnd;) {
-            splitEdge(*word++);
+            splitEdge(*word++, children);
         }
-        for (Child& child : children_) {
-            endGroup(child, (head & cells::groupWhole) != 0);
-        }
-    }
-
-    const std::size_t quad = index_.quads_.size();
-    index_.quads_[cell.slot] = Cell{quad} << cells::kindBits | cells::split;
-    for (std::size_t i = 0; i < children_.size(); ++i) {
-        const Child& child = children_[i];
-        index_.quads_.push_back(child.filled ? cells::inside : cells::outside);
-        if (!child.filled && !child.words.empty()) {
-            const auto first = static_cast<Word>(next_.words.size());
-            next_.words.insert(next_.words.end(), child.words.begin(), child.words.end());
-            next_.cells.push_back({2 * cell.column + static_cast<std::uint32_t>(i % 2),
-                                   2 * cell.row + static_cast<std::uint32_t>(i / 2), first,
-                                   static_cast<Word>(next_.words.size()),
-                                   static_cast<Word>(quad + i)});
+        for (Child& child : children) {
+            const std::size_t edges = child.groups.size() - child.head - 2;
+            if (edges == 0) {
+                child.groups.resize(child.head);
+                child.filled = child.filled || (!isWhole && child.odd != 0);
+            } else {
+                child.groups[child.head] = static_cast<Word>(edges) << cells::groupBits |
+                                           (isWhole ? cells::groupWhole : child.odd);
+            }
         }
     }
 }
 
-void PointIndexBuilder::splitEdge(Word edge) {
+void PointIndexBuilder::splitEdge(Word edge, Children& children) const {
     const BoundaryVertex* const ends = &index_.ringVertices_[edge >> cells::edgeBits];
     const double lowest = std::min(ends[0].y, ends[1].y);
     const double highest = std::max(ends[0].y, ends[1].y);
     for (std::size_t row = 0; row < 2; ++row) {
-        const double yLow = yLines_[row] - margin_;
-        const double yHigh = yLines_[row + 1] + margin_;
-        const double yCentre = children_[2 * row].yCentre;
+        Child* const rowChildren = &children[2 * row];
+        const double yLow = rowChildren[0].box.yMin - margin_;
+        const double yHigh = rowChildren[0].box.yMax + margin_;
+        const double yCentre = rowChildren[0].yCentre;
         const Word counted = endsBelow(edge, ends, yCentre);
         if (highest < yLow || lowest > yHigh) {
-            children_[2 * row].odd ^= counted;
-            children_[2 * row + 1].odd ^= counted;
+            rowChildren[0].odd ^= counted;
+            rowChildren[1].odd ^= counted;
             continue;
         }
         const Interval reach = clip(ends, yLow, yHigh);
         for (std::size_t column = 0; column < 2; ++column) {
-            Child& child = children_[2 * row + column];
-            if (reach.low - margin_ > xLines_[column + 1] ||
-                reach.high + margin_ < xLines_[column]) {
+            Child& child = rowChildren[column];
+            if (reach.low - margin_ > child.box.xMax || reach.high + margin_ < child.box.xMin) {
                 const ElevationPoint centre{child.xCentre, yCentre};
                 const bool toggles = edgeEffect(ends[0], ends[1], centre) == EdgeEffect::Toggle;
                 child.odd ^= counted ^ (toggles ? 1U : 0U);
                 continue;
             }
-            Word kept = edge & ~cells::endsMask;
             const auto counts = [&](const BoundaryVertex& end) {
                 return end.x > child.xCentre && end.y >= yLow && end.y <= yHigh;
             };
+            Word kept = edge & ~cells::endsMask;
             kept |= counts(ends[0]) ? cells::fromCounts : 0U;
             kept |= counts(ends[1]) ? cells::toCounts : 0U;
-            child.words.push_back(kept);
+            child.groups.push_back(kept);
             child.odd ^= counted ^ endsBelow(kept, ends, yCentre);
         }
     }
 }
 
-/// Settles the current group of a child: a polygon without edges in it fills it or is not there.
-void PointIndexBuilder::endGroup(Child& child, bool isWhole) {
-    const std::size_t edges = child.words.size() - child.head - 2;
-    if (edges == 0) {
-        child.words.resize(child.head);
-        child.filled = child.filled || (!isWhole && child.odd != 0);
-    } else {
-        child.words[child.head] = static_cast<Word>(edges) << cells::groupBits |
-                                  (isWhole ? cells::groupWhole : child.odd);
-    }
-}
-
-void PointIndexBuilder::flatten() {
+void PointIndexBuilder::flatten(Cell root) {
     // About as many entries as the tree has cells; a table that outgrows the cache gains nothing.
     constexpr unsigned mostBits = 10;
     while (index_.tableBits_ < std::min(mostBits, deepest_) &&
@@ -369,24 +359,25 @@ void PointIndexBuilder::flatten() {
     }
     index_.tableShift_ = deepest_ - index_.tableBits_;
     index_.table_.resize(std::size_t{1} << (2 * index_.tableBits_));
-    fillTable(index_.quads_.front(), 0, 0, 0);
+    fillTable(root, {0, 0, 0});
 }
 
-/// Enters a cell of a level, at its column and row of that level, into the table.
-void PointIndexBuilder::fillTable(Cell cell, unsigned level, std::size_t column, std::size_t row) {
-    if (level < index_.tableBits_ && (cell & cells::kindMask) == cells::split) {
-        for (std::size_t i = 0; i < 4; ++i) {
-            fillTable(index_.quads_[(cell >> cells::kindBits) + i], level + 1, 2 * column + i % 2,
-                      2 * row + i / 2);
+void PointIndexBuilder::fillTable(Cell cell, const Place& place) {
+    const unsigned bits = index_.tableBits_;
+    if (place.level < bits && (cell & cells::kindMask) == cells::split) {
+        for (std::uint32_t i = 0; i < 4; ++i) {
+            fillTable(index_.quads_[(cell >> cells::kindBits) + i],
+                      {place.level + 1, 2 * place.column + i % 2, 2 * place.row + i / 2});
         }
         return;
     }
-    const unsigned scale = index_.tableBits_ - level;
+    const unsigned scale = bits - place.level;
     const std::size_t size = std::size_t{1} << scale;
-    for (std::size_t y = 0; y < size; ++y) {
-        const auto first = index_.table_.begin() +
-                           static_cast<std::ptrdiff_t>((((row << scale) + y) << index_.tableBits_) +
-                                                       (column << scale));
+    const std::size_t column = std::size_t{place.column} << scale;
+    const std::size_t row = std::size_t{place.row} << scale;
+    for (std::size_t y = row; y < row + size; ++y) {
+        const auto first =
+            index_.table_.begin() + static_cast<std::ptrdiff_t>((y << bits) + column);
         std::fill(first, first + static_cast<std::ptrdiff_t>(size), cell);
     }
 }

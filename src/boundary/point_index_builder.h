@@ -12,7 +12,7 @@
 
 namespace veldtrim {
 
-/// Splits the plane into cells, level by level from one cell that holds everything.
+/// Splits the plane into cells, from one cell that holds everything down to leaves.
 ///
 /// While it is built, a cell is a list of groups, one for each polygon with an edge in it: a head
 /// as in a leaf, the polygon's number, the edges as in a leaf. For every point P of the cell, the
@@ -37,48 +37,42 @@ private:
     using Word = cells::Word;
     using Words = std::vector<Word>;
 
-    /// A cell whose groups are not settled yet.
-    struct OpenCell {
+    /// Where a cell lies: its column and row among the cells of its level.
+    struct Place {
+        unsigned level;
         std::uint32_t column;
         std::uint32_t row;
-        std::uint32_t firstWord; ///< of its groups, in the words of its level
-        std::uint32_t endWord;
-        std::uint32_t slot; ///< where the cell belongs in the index's quads
     };
 
-    /// The open cells of one level of the tree.
-    struct Level {
-        std::vector<OpenCell> cells;
-        Words words;
-    };
-
-    /// A quarter of the cell that is being split.
+    /// A quarter of a cell that is being split.
     struct Child {
+        BoundingBox box;
         double xCentre = 0.0;
         double yCentre = 0.0;
         bool filled = false; ///< a polygon fills it: nothing else matters
-        Words words;
-        std::size_t head = 0; ///< position of the current group's head in `words`
+        Words groups;
+        std::size_t head = 0; ///< position of the current group's head in `groups`
         Word odd = 0;         ///< the current group's flag
     };
+    using Children = std::array<Child, 4>;
 
-    void addPolygons();
-    bool boundsAreThoseOf(const Ring& ring, const BoundingBox& bounds) const;
-    void addRing(const Ring& ring, Word number);
-    void addWhole(const BoundaryVertex& from, const BoundaryVertex& to, Word number);
+    Words addPolygons();
+    [[nodiscard]] bool isIndexable(const Ring& ring, const BoundingBox& bounds) const;
+    void addRing(Words& groups, const Ring& ring, Word number);
+    void addWhole(Words& groups, const BoundaryVertex& from, const BoundaryVertex& to, Word number);
     void addVertex(const BoundaryVertex& vertex);
     void setScale();
 
-    void buildLevel();
-    [[nodiscard]] bool isLeaf(const OpenCell& cell) const;
-    bool makeRun(const OpenCell& cell);
-    void makeLeaf(const OpenCell& cell);
-    void split(const OpenCell& cell);
-    void splitEdge(Word edge);
-    void endGroup(Child& child, bool isWhole);
+    Cell buildCell(const Words& groups, const Place& place, std::size_t wordBudget);
+    [[nodiscard]] Cell makeRun(const Words& groups) const;
+    Cell makeLeaf(const Words& groups, const Place& place);
+    Cell split(const Words& groups, const Place& place, std::size_t wordBudget);
+    [[nodiscard]] BoundingBox boxOf(const Place& place) const;
+    void distribute(const Words& groups, Children& children) const;
+    void splitEdge(Word edge, Children& children) const;
 
-    void flatten();
-    void fillTable(Cell cell, unsigned level, std::size_t column, std::size_t row);
+    void flatten(Cell root);
+    void fillTable(Cell cell, const Place& place);
 
     PointIndex& index_;
     const std::vector<BoundaryPolygon>& polygons_;
@@ -88,15 +82,9 @@ private:
     double height_ = 0.0;
     double margin_ = 0.0; ///< more than any rounding error of the point test
     unsigned deepest_ = 0;
-    unsigned level_ = 0;
-    std::size_t wordBudget_ = 0;
-    Level current_;
-    Level next_;
 
-    // The cell that is being split.
-    std::array<double, 3> xLines_{};
-    std::array<double, 3> yLines_{};
-    std::array<Child, 4> children_;
+    /// One set of children for each level of the tree, used again by all cells of that level.
+    std::vector<Children> childrenOfLevel_;
 };
 
 } // namespace veldtrim
