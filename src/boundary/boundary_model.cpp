@@ -18,14 +18,14 @@ void BoundaryModel::clear() {
 }
 
 std::int32_t BoundaryModel::addVertex(BoundaryVertex vertex) {
-    dropIndex();
     vertices_.push_back(vertex);
+    dropIndex();
     return static_cast<std::int32_t>(vertices_.size()) - 1;
 }
 
 void BoundaryModel::addPolygon(const BoundaryPolygon& polygon) {
-    dropIndex();
     polygons_.push_back(polygon);
+    dropIndex();
 }
 
 bool BoundaryModel::isInBoundary(const ElevationPoint& point) {
@@ -48,10 +48,11 @@ bool BoundaryModel::walkPolygons(const ElevationPoint& point) {
             }
         }
     }
-    stepsWalked_ += steps;
-    if (stepsWalked_ > PointIndex::worthBuildingAfter * (polygons_.size() + vertices_.size()) &&
-        PointIndex::isWorthwhile(polygons_)) {
-        index_ = std::make_shared<const PointIndex>(polygons_, vertices_);
+    if (isLarge_) {
+        stepsWalked_ += steps;
+        if (stepsWalked_ > PointIndex::worthBuildingAfter * (polygons_.size() + vertices_.size())) {
+            index_ = std::make_shared<const PointIndex>(polygons_, vertices_);
+        }
     }
     return found;
 }
@@ -59,6 +60,7 @@ bool BoundaryModel::walkPolygons(const ElevationPoint& point) {
 void BoundaryModel::dropIndex() {
     index_.reset();
     stepsWalked_ = 0;
+    isLarge_ = polygons_.size() + vertices_.size() > PointIndex::fewVertices;
 }
 
 } // namespace veldtrim

@@ -43,7 +43,7 @@ private:
     /// isInBoundary by its definition: polygon after polygon.
     bool walkPolygons(const ElevationPoint& point);
 
-    /// Drops what is derived from the polygons, which are about to change.
+    /// Drops what was derived from the polygons before they changed.
     void dropIndex();
 
     std::vector<BoundaryPolygon> polygons_;
@@ -52,6 +52,7 @@ private:
     /// Built when the walks so far have cost about what building it costs; shared by copies.
     std::shared_ptr<const PointIndex> index_;
     std::size_t stepsWalked_ = 0;
+    bool isLarge_ = false; ///< an index can pay
 };
 
 } // namespace veldtrim

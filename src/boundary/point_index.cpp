@@ -7,18 +7,6 @@
 
 namespace veldtrim {
 
-bool PointIndex::isWorthwhile(const std::vector<BoundaryPolygon>& polygons) {
-    constexpr std::size_t few = 24;
-    std::size_t size = 0;
-    for (const BoundaryPolygon& polygon : polygons) {
-        size += polygon.vertexIndices.size() + 1;
-        if (size > few) {
-            return true;
-        }
-    }
-    return false;
-}
-
 PointIndex::PointIndex(const std::vector<BoundaryPolygon>& polygons,
                        const std::vector<BoundaryVertex>& vertices) {
     PointIndexBuilder(*this, polygons, vertices).build();

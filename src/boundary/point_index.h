@@ -30,8 +30,8 @@ public:
     /// costs less than going on without.
     static constexpr std::size_t worthBuildingAfter = 256;
 
-    /// Whether an index pays for `polygons` at all: a handful of vertices is walked faster.
-    static bool isWorthwhile(const std::vector<BoundaryPolygon>& polygons);
+    /// A model of so few polygons and vertices together is walked faster.
+    static constexpr std::size_t fewVertices = 24;
 
     /// Builds the index in time O(n log n) of the number of vertices, and in less than 200 bytes a
     /// vertex, whatever the shape.

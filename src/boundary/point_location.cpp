@@ -9,8 +9,6 @@ namespace veldtrim {
 
 namespace {
 
-constexpr double boundsTolerance = 1e-6;
-
 PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
     const auto [px, py] = point;
 
@@ -60,12 +58,6 @@ PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
 }
 
 } // namespace
-
-bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& point) {
-    const BoundingBox& bounds = polygon.bounds;
-    return bounds.xMin - boundsTolerance <= point.x && point.x <= bounds.xMax + boundsTolerance &&
-           bounds.yMin - boundsTolerance <= point.y && point.y <= bounds.yMax + boundsTolerance;
-}
 
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {

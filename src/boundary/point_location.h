@@ -13,7 +13,12 @@ enum class PointLocation : std::int8_t { Outside = -1, OnBoundary = 0, Inside = 
 
 /// Whether the point lies in the polygon's bounds widened by 1e-6 on all four sides: a pretest that
 /// only a point close to the polygon passes.
-bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& point);
+inline bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& point) {
+    constexpr double tolerance = 1e-6;
+    const BoundingBox& bounds = polygon.bounds;
+    return bounds.xMin - tolerance <= point.x && point.x <= bounds.xMax + tolerance &&
+           bounds.yMin - tolerance <= point.y && point.y <= bounds.yMax + tolerance;
+}
 
 /// The exact verdict for a point that has passed boundsContain.
 ///

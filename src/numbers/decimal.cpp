@@ -10,66 +10,86 @@ namespace {
 // Beyond this length streams may keep only some of the digits.
 constexpr std::ptrdiff_t longestNumber = 600;
 
-template <typename Real>
-bool round(const detail::DecimalParts& parts, Real& value) noexcept {
-    if (parts.stop - parts.begin > longestNumber) {
+/// A number in the text.
+struct Number {
+    const char* begin; ///< first character after the sign
+    const char* stop;  ///< first character after the number
+    bool negative;
+    bool isZero;
+};
+
+const char* skipDigits(const char* at, const char* end, bool& allZero) noexcept {
+    for (; at != end && detail::isDigit(*at); ++at) {
+        allZero = allZero && *at == '0';
+    }
+    return at;
+}
+
+/// Finds the number that begins at `at`; false when there is none, or one that streams may differ
+/// on.
+bool findNumber(const char* at, const char* end, Number& number) noexcept {
+    while (at != end && detail::isBlank(*at)) {
+        ++at;
+    }
+    number.negative = at != end && *at == '-';
+    if (at != end && (*at == '-' || *at == '+')) {
+        ++at;
+    }
+    number.begin = at;
+    number.isZero = true;
+    at = skipDigits(at, end, number.isZero);
+    std::ptrdiff_t digitCount = at - number.begin;
+    if (at != end && *at == '.') {
+        const char* const fraction = ++at;
+        at = skipDigits(at, end, number.isZero);
+        digitCount += at - fraction;
+    }
+    if (digitCount == 0) {
         return false;
+    }
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        ++at;
+        if (at != end && (*at == '-' || *at == '+')) {
+            ++at;
+        }
+        const char* const exponent = at;
+        bool ignored = false;
+        at = skipDigits(at, end, ignored);
+        if (at == exponent) {
+            return false;
+        }
+    }
+    number.stop = at;
+    return (at == end || !detail::isDoubtfulAfterNumber(*at)) && at - number.begin <= longestNumber;
+}
+
+template <typename Real>
+Scan scanAny(const char*& at, const char* end, Real& value) noexcept {
+    Number number;
+    if (!findNumber(at, end, number)) {
+        return Scan::Unusual;
     }
     Real magnitude = 0;
-    const auto result = std::from_chars(parts.begin, parts.stop, magnitude);
+    const auto result = std::from_chars(number.begin, number.stop, magnitude);
     // A range error leaves the value open, and which of the smallest numbers are one is a matter of
     // the library: a stream decides on both.
-    if (result.ec != std::errc() || result.ptr != parts.stop) {
-        return false;
+    if (result.ec != std::errc() || result.ptr != number.stop ||
+        (!number.isZero && magnitude < std::numeric_limits<Real>::min())) {
+        return Scan::Unusual;
     }
-    if (parts.digits != 0 && magnitude < std::numeric_limits<Real>::min()) {
-        return false;
-    }
-    value = parts.negative ? -magnitude : magnitude;
-    return true;
+    value = number.negative ? -magnitude : magnitude;
+    at = number.stop;
+    return Scan::Number;
 }
 
 } // namespace
 
-namespace detail {
-
-bool cutExponent(DecimalParts& parts, const char* end) noexcept {
-    const char* at = parts.stop + 1;
-    bool negative = false;
-    if (at != end && (*at == '-' || *at == '+')) {
-        negative = *at == '-';
-        ++at;
-    }
-    const char* const first = at;
-    std::ptrdiff_t exponent = 0;
-    while (at != end && isDigit(*at)) {
-        if (exponent < 10000) {
-            exponent = exponent * 10 + (*at - '0');
-        }
-        ++at;
-    }
-    parts.exponent += negative ? -exponent : exponent;
-    parts.stop = at;
-    return at != first;
+Scan detail::scanAnyDecimal(const char*& at, const char* end, double& value) noexcept {
+    return scanAny(at, end, value);
 }
-
-bool roundDecimal(const DecimalParts& parts, double& value) noexcept {
-    return round(parts, value);
-}
-
-bool roundDecimal(const DecimalParts& parts, float& value) noexcept {
-    return round(parts, value);
-}
-
-} // namespace detail
 
 Scan scanDecimal(const char*& at, const char* end, float& value) noexcept {
-    detail::DecimalParts parts;
-    if (!detail::cutDecimal(at, end, parts) || !detail::roundDecimal(parts, value)) {
-        return Scan::Unusual;
-    }
-    at = parts.stop;
-    return Scan::Number;
+    return scanAny(at, end, value);
 }
 
 Scan scanInteger(const char*& at, const char* end, std::int32_t& value) noexcept {

@@ -36,10 +36,10 @@ enum class Scan : std::uint8_t {
 
 namespace detail {
 
-/// 10^0 to 10^22: every power of ten that a double holds exactly.
-inline constexpr std::array<double, 23> exactPowersOfTen = {
-    1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+/// 10^0 to 10^18: powers of ten that a double holds exactly.
+inline constexpr std::array<double, 19> exactPowersOfTen = {
+    1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
+    1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
 
 inline bool isDigit(char c) noexcept {
     return static_cast<unsigned char>(c - '0') < 10;
@@ -49,89 +49,53 @@ inline bool isBlank(char c) noexcept {
     return c == ' ' || static_cast<unsigned char>(c - '\t') < 5;
 }
 
-/// Streams differ in what they make of a number with such a character right after it.
+/// Streams differ in what they make of a number with such a character right after it; an exponent
+/// begins with one.
 inline bool isDoubtfulAfterNumber(char c) noexcept {
     return static_cast<unsigned char>((static_cast<unsigned char>(c) | 0x20U) - 'a') < 26 ||
            c == '+' || c == '-' || c == '.';
 }
 
-/// A number cut into its parts. `digits` is the value of the written digits without the point; it
-/// has wrapped around when there are more than 19 of them.
-struct DecimalParts {
-    const char* begin; ///< first character after the sign
-    const char* stop;  ///< first character after the number
-    std::uint64_t digits;
-    std::ptrdiff_t digitCount;
-    std::ptrdiff_t exponent; ///< the number is digits * 10^exponent; beyond +-10000 only roughly
-    bool negative;
-};
-
-/// Reads the exponent that begins with the "e" at `stop`. False when no digit follows.
-bool cutExponent(DecimalParts& parts, const char* end) noexcept;
-
-inline bool cutDecimal(const char* at, const char* end, DecimalParts& parts) noexcept {
-    while (at != end && isBlank(*at)) {
-        ++at;
-    }
-    parts.negative = false;
-    if (at != end && (*at == '-' || *at == '+')) {
-        parts.negative = *at == '-';
-        ++at;
-    }
-    parts.begin = at;
-    std::uint64_t digits = 0;
-    while (at != end && isDigit(*at)) {
-        digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
-        ++at;
-    }
-    parts.digitCount = at - parts.begin;
-    parts.exponent = 0;
-    if (at != end && *at == '.') {
-        const char* const fraction = ++at;
-        while (at != end && isDigit(*at)) {
-            digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
-            ++at;
-        }
-        parts.exponent = fraction - at;
-        parts.digitCount -= parts.exponent;
-    }
-    parts.digits = digits;
-    parts.stop = at;
-    if (parts.digitCount == 0) {
-        return false;
-    }
-    if (at != end && (*at == 'e' || *at == 'E') && !cutExponent(parts, end)) {
-        return false;
-    }
-    return parts.stop == end || !isDoubtfulAfterNumber(*parts.stop);
-}
-
-/// The correctly rounded value of any number; false when it is out of the type's range.
-bool roundDecimal(const DecimalParts& parts, double& value) noexcept;
-bool roundDecimal(const DecimalParts& parts, float& value) noexcept;
+/// scanDecimal for numbers of any form.
+[[nodiscard]] Scan scanAnyDecimal(const char*& at, const char* end, double& value) noexcept;
 
 } // namespace detail
 
+// The usual number, at most 18 digits without an exponent, is read here, where it can be inlined.
 inline Scan scanDecimal(const char*& at, const char* end, double& value) noexcept {
-    detail::DecimalParts parts;
-    if (!detail::cutDecimal(at, end, parts)) {
-        return Scan::Unusual;
+    const char* now = at;
+    while (now != end && detail::isBlank(*now)) {
+        ++now;
+    }
+    const bool negative = now != end && *now == '-';
+    now += negative ? 1 : 0;
+    std::uint64_t digits = 0;
+    const char* const integer = now;
+    while (now != end && detail::isDigit(*now)) {
+        digits = digits * 10 + static_cast<std::uint64_t>(*now++ - '0');
+    }
+    std::ptrdiff_t digitCount = now - integer;
+    std::ptrdiff_t fractionDigits = 0;
+    if (now != end && *now == '.') {
+        const char* const fraction = ++now;
+        while (now != end && detail::isDigit(*now)) {
+            digits = digits * 10 + static_cast<std::uint64_t>(*now++ - '0');
+        }
+        fractionDigits = now - fraction;
+        digitCount += fractionDigits;
+    }
+    constexpr std::ptrdiff_t mostDigits = 18; // more could overflow
+    constexpr std::uint64_t exactIntegers = std::uint64_t{1} << 53U;
+    if (digitCount == 0 || digitCount > mostDigits || digits > exactIntegers ||
+        (now != end && detail::isDoubtfulAfterNumber(*now))) {
+        return detail::scanAnyDecimal(at, end, value);
     }
     // W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990): both operands are
-    // exact, so the one division or multiplication rounds correctly.
-    constexpr std::uint64_t exactIntegers = std::uint64_t{1} << 53U;
-    if (parts.digitCount <= 19 && parts.digits <= exactIntegers && parts.exponent >= -22 &&
-        parts.exponent <= 22) {
-        const double digits = static_cast<double>(parts.digits);
-        const double magnitude =
-            parts.exponent < 0
-                ? digits / detail::exactPowersOfTen[static_cast<std::size_t>(-parts.exponent)]
-                : digits * detail::exactPowersOfTen[static_cast<std::size_t>(parts.exponent)];
-        value = parts.negative ? -magnitude : magnitude;
-    } else if (!detail::roundDecimal(parts, value)) {
-        return Scan::Unusual;
-    }
-    at = parts.stop;
+    // exact, so the one division rounds correctly.
+    const double magnitude = static_cast<double>(digits) /
+                             detail::exactPowersOfTen[static_cast<std::size_t>(fractionDigits)];
+    value = negative ? -magnitude : magnitude;
+    at = now;
     return Scan::Number;
 }
 
