@@ -62,18 +62,18 @@ cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
 namespace {
 
 /// Adds an edge to the parity of its ring at the point: its effect, and the ends that count.
-/// Returns false, and nothing is added, when the edge holds the point.
+/// Returns false when the edge holds the point.
 bool addEdge(cells::Word& odd, cells::Word countingEnds, const BoundaryVertex* ends,
              const ElevationPoint& point) {
-    const EdgeEffect effect = edgeEffect(ends[0], ends[1], point);
-    if (effect == EdgeEffect::Boundary) {
-        return false;
+    const cells::Word fromBelow = ends[0].y < point.y ? 1U : 0U;
+    const cells::Word toBelow = ends[1].y < point.y ? 1U : 0U;
+    odd ^= (countingEnds & fromBelow) ^ (countingEnds >> 1U & toBelow);
+    if (fromBelow == toBelow && ends[0].y != point.y && ends[1].y != point.y) {
+        return true; // strictly on one side: no effect, and the usual case among many edges
     }
-    const cells::Word fromBelow = ends[0].y < point.y ? cells::fromCounts : 0U;
-    const cells::Word toBelow = ends[1].y < point.y ? cells::toCounts : 0U;
-    const cells::Word below = countingEnds & (fromBelow | toBelow);
-    odd ^= static_cast<cells::Word>(effect) ^ below ^ (below >> 1U);
-    return true;
+    const EdgeEffect effect = edgeEffect(ends[0], ends[1], point);
+    odd ^= static_cast<cells::Word>(effect);
+    return effect != EdgeEffect::Boundary;
 }
 
 } // namespace

@@ -353,12 +353,13 @@ void PointIndexBuilder::splitEdge(Word edge, Children& children) const {
 void PointIndexBuilder::flatten(Cell root) {
     // About as many entries as the tree has cells; a table that outgrows the cache gains nothing.
     constexpr unsigned mostBits = 10;
+    const auto entries = [](unsigned bits) { return std::size_t{1} << (2 * bits); };
     while (index_.tableBits_ < std::min(mostBits, deepest_) &&
-           std::size_t{1} << (2 * index_.tableBits_) < index_.quads_.size()) {
+           entries(index_.tableBits_ + 1) <= 2 * index_.quads_.size()) {
         ++index_.tableBits_;
     }
     index_.tableShift_ = deepest_ - index_.tableBits_;
-    index_.table_.resize(std::size_t{1} << (2 * index_.tableBits_));
+    index_.table_.resize(entries(index_.tableBits_));
     fillTable(root, {0, 0, 0});
 }
 
