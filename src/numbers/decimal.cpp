@@ -65,6 +65,7 @@ bool findNumber(const char* at, const char* end, Number& number) noexcept {
 
 template <typename Real>
 Scan scanAny(const char*& at, const char* end, Real& value) noexcept {
+    // Filled by findNumber: NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     Number number;
     if (!findNumber(at, end, number)) {
         return Scan::Unusual;
