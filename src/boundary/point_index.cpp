@@ -53,8 +53,8 @@ cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
         table_[(static_cast<std::size_t>(row >> shift) << tableBits_) + (column >> shift)];
     while ((cell & cells::kindMask) == cells::split) {
         --shift;
-        cell = quads_[(cell >> cells::kindBits) + 2 * ((row >> shift) & 1U) +
-                      ((column >> shift) & 1U)];
+        const std::size_t quarter = (row >> shift & 1U) << 1U | (column >> shift & 1U);
+        cell = quads_[(cell >> cells::kindBits) + quarter];
     }
     return cell;
 }

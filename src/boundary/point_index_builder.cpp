@@ -180,6 +180,7 @@ void PointIndexBuilder::setScale() {
 
 /// Builds the tree below a cell. Its leaves may have `wordBudget` words in all; the words of a cell
 /// that long edges pass through about double when it is split.
+// NOLINTNEXTLINE(misc-no-recursion): the tree has no more levels than setScale allows
 PointIndexBuilder::Cell PointIndexBuilder::buildCell(const Words& groups, const Place& place,
                                                      std::size_t wordBudget) {
     if (groups.size() > leafWords && place.level < deepest_ && 2 * groups.size() <= wordBudget) {
@@ -249,6 +250,7 @@ BoundingBox PointIndexBuilder::boxOf(const Place& place) const {
             region.xMin + (place.column + 1.0) * width, region.yMin + (place.row + 1.0) * height};
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): see buildCell
 PointIndexBuilder::Cell PointIndexBuilder::split(const Words& groups, const Place& place,
                                                  std::size_t wordBudget) {
     const auto placeOf = [&](std::uint32_t i) {
@@ -363,6 +365,7 @@ void PointIndexBuilder::flatten(Cell root) {
     fillTable(root, {0, 0, 0});
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): the table has few levels
 void PointIndexBuilder::fillTable(Cell cell, const Place& place) {
     const unsigned bits = index_.tableBits_;
     if (place.level < bits && (cell & cells::kindMask) == cells::split) {
