@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #ifndef _WIN32
@@ -27,12 +28,22 @@ int exitCodeOf(int status) {
 #endif
 }
 
+/// The command with which the shell runs the speaker, what it says going to `received`.
+std::string speakCommand(const std::string& arguments, const std::string& received) {
+    std::string command = "\"" PULSENOTE_SPEAKER "\" " + arguments + " 2> \"" + received + "\"";
+#ifdef _WIN32
+    // The shell drops the first and the last quote of a command that begins with one, and takes
+    // what follows a "/" for an option.
+    command.insert(0, "\"").append("\"");
+    std::replace(command.begin(), command.end(), '/', '\\');
+#endif
+    return command;
+}
+
 Outcome speak(const std::string& arguments) {
     const TemporaryDirectory directory;
     const std::string received = directory.path("stderr");
-    const std::string command =
-        "\"" PULSENOTE_SPEAKER "\" " + arguments + " 2> \"" + received + "\"";
-    const int status = std::system(command.c_str());
+    const int status = std::system(speakCommand(arguments, received).c_str());
     std::string text = readBytes(received);
     std::erase(text, '\r');
     return {exitCodeOf(status), std::move(text)};
