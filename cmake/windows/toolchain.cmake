@@ -11,6 +11,8 @@ set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 # The programs run where no compiler was ever installed: its libraries go into them.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+set(CMAKE_EXE_LINKER_FLAGS_RELEASE_INIT -s)
+set(CMAKE_SHARED_LINKER_FLAGS_RELEASE_INIT -s)
 
 get_filename_component(veldtrim_root "${CMAKE_CURRENT_LIST_DIR}/../.." ABSOLUTE)
 set(CMAKE_FIND_ROOT_PATH

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "veldtrim/xml_export.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -21,7 +23,7 @@ class CMarkupSTL;
 /// is whatever the extraction left. Every query begins at the top of the document. Nothing is
 /// printed but by `prepNames`, and bad input raises no exception. For one thread at a time: const
 /// queries move the positions of the document too.
-class XMLReader {
+class VELDTRIM_XML_API XMLReader {
 public:
     /// A reader of an empty document.
     XMLReader();
