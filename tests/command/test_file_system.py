@@ -223,8 +223,8 @@ def test_receiver_goes_away(program, workspace, gone, arguments):
     assert read_tree(workspace) == {**before, **program.as_written(created("a.xyz"))}
 
 
-@posix
-@pytest.mark.parametrize("streams", ["1>&-", "2>&-", "<&- >&- 2>&-"])
+@pytest.mark.skipif(os.name == "nt", reason="needs a shell that can close streams")
+@pytest.mark.parametrize("streams", ["1>&-", "2>&-", pytest.param("<&- >&- 2>&-", marks=posix)])
 def test_closed_streams(program, workspace, streams):
     """No message may end up in a file that took the number of a closed stream."""
     before = read_tree(workspace)
@@ -232,7 +232,7 @@ def test_closed_streams(program, workspace, streams):
     words = ["sh", "-c", command, "sh", *program.command, *ARGUMENTS]
     code = subprocess.run(words, cwd=workspace, capture_output=True, timeout=120).returncode
     assert code == 0
-    assert read_tree(workspace) == {**before, **created("a.xyz")}
+    assert read_tree(workspace) == {**before, **program.as_written(created("a.xyz"))}
 
 
 @pytest.fixture
