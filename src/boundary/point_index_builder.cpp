@@ -19,7 +19,7 @@ constexpr double largestCoordinate = 1e15;
 constexpr double flatReach = 1.0001e-6;
 
 /// A cell with no more words than this is not worth splitting.
-constexpr std::size_t leafWords = 6;
+constexpr std::size_t leafWords = 5;
 
 /// From this many edges of one polygon on, a leaf puts those in a queue that can stand in one.
 constexpr std::ptrdiff_t queueEdges = 16;
@@ -357,7 +357,7 @@ void PointIndexBuilder::flatten(Cell root) {
     constexpr unsigned mostBits = 10;
     const auto entries = [](unsigned bits) { return std::size_t{1} << (2 * bits); };
     while (index_.tableBits_ < std::min(mostBits, deepest_) &&
-           entries(index_.tableBits_ + 1) <= 2 * index_.quads_.size()) {
+           entries(index_.tableBits_ + 1) <= index_.quads_.size()) {
         ++index_.tableBits_;
     }
     index_.tableShift_ = deepest_ - index_.tableBits_;
