@@ -147,6 +147,18 @@ BOUNDARIES = {
         1000,
         lambda k: numbered(POLYGON + b"<point", " t%d", k * 1000, POINT_END + POLYGON_END),
     ),
+    "one number for all points": (
+        "MB",
+        100,
+        lambda mb: (
+            part
+            for blocks in (
+                around(POLYGON, b"<point a\"a' '\"/>", mb * 500_000, b"<point ' x=\""),
+                around(b"", b" ", mb * 500_000, b'1" y="1" segmenttype="0"/>' + POLYGON_END),
+            )
+            for part in blocks
+        ),
+    ),
     "attributes in a point": (
         "thousand",
         1000,
