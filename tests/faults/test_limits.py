@@ -17,6 +17,21 @@ def run_with(program, directory, limit, value):
     return program.run(directory, *ARGUMENTS, "-pipe", preexec_fn=set_limit)
 
 
+@pytest.fixture
+def enough(program):
+    """Memory for a run on small files, in bytes, and far from enough for a large one."""
+    size = 200 << 20
+    usual = subprocess.run(
+        program.command,
+        capture_output=True,
+        preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (size, size)),
+    )
+    if not usual.stdout.startswith(b"Usage"):
+        pytest.skip("a program with sanitizers lives with no limits")
+    return size
+
+
+@pytest.mark.usefixtures("enough")
 @pytest.mark.parametrize("descriptors", [4, 5])
 def test_no_more_descriptors(program, tmp_path, descriptors):
     """Three are the standard streams; a run needs two more."""
@@ -35,20 +50,6 @@ def test_no_more_descriptors(program, tmp_path, descriptors):
         FAILED,
     ]
     assert not output.exists()
-
-
-@pytest.fixture
-def enough(program):
-    """Memory for a run on small files, in bytes, and far from enough for a large one."""
-    size = 200 << 20
-    usual = subprocess.run(
-        program.command,
-        capture_output=True,
-        preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (size, size)),
-    )
-    if not usual.stdout.startswith(b"Usage"):
-        pytest.skip("a program with sanitizers takes no limit of memory")
-    return size
 
 
 def grow(path, size, end):
