@@ -1,5 +1,6 @@
 """Descriptors and memory that run out."""
 
+import os
 import resource
 import subprocess
 
@@ -77,3 +78,13 @@ def test_no_more_memory_for_a_line(program, tmp_path, enough):
     assert run.messages == [START, CLIPPING, ("error", 0, "std::bad_alloc"), FAILED]
     assert (tmp_path / "clipped/a.xyz").read_bytes() == kept(SCAN)
     assert not (tmp_path / "clipped/total_node_count.txt").exists()
+
+
+def test_boundary_file_of_two_gib(program, tmp_path):
+    """More than offsets can count is refused before any of it is read."""
+    write_workspace(tmp_path, {"a.xyz": SCAN})
+    os.truncate(tmp_path / "boundary.xml", 2 << 30)
+    run = program.run(tmp_path, *ARGUMENTS, "-pipe")
+    assert run.code == 1
+    assert run.messages[1] == ("error", 1, "Boundary file named boundary.xml not found")
+    assert not (tmp_path / "clipped").exists()
