@@ -120,6 +120,24 @@ TEST_F(BoundaryReader, ReportsItsFirstFailure) {
     }
 }
 
+// Open quotes carry every search to the attributes of the last point, whose x is long: converting
+// it for each point would take minutes.
+TEST_F(BoundaryReader, ConvertsASharedNumberOnce) {
+    constexpr std::size_t points = 40'000;
+    constexpr std::size_t blanks = 2'000'000;
+    std::string document = "<r><TavelDGM><group type='boundaries'><polygon id='1'>";
+    for (std::size_t i = 0; i < points; ++i) {
+        document += "<point a\"a' '\"/>";
+    }
+    document += "<point ' x=\"" + std::string(blanks, ' ') +
+                "1.5&amp;\" y=\"2&lt;\" segmenttype=\"0\"/></polygon></group></TavelDGM></r>";
+    EXPECT_FALSE(read(document)) << "the last point itself has no attribute";
+    EXPECT_TRUE(console_.ends_with("cannot read point 40000 in polygon 1\n"));
+    ASSERT_EQ(model_.vertices().size(), points);
+    EXPECT_EQ(model_.vertices().back().x, 1.5);
+    EXPECT_EQ(model_.vertices().back().y, 2);
+}
+
 TEST_F(BoundaryReader, AcceptsAFileWithoutBoundaries) {
     EXPECT_TRUE(read("<r><TavelDGM/></r>"));
     EXPECT_EQ(console_, "[readin_b_XML:]\nFound TavelDGM\n     ... finished\n");
