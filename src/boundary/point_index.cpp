@@ -4,6 +4,7 @@
 #include "boundary/point_index_builder.h"
 #include "boundary/point_index_cells.h"
 #include "boundary/point_location.h"
+#include "boundary/ring.h"
 
 namespace veldtrim {
 
@@ -76,6 +77,19 @@ bool addEdge(cells::Word& odd, cells::Word countingEnds, const BoundaryVertex* e
     return effect != EdgeEffect::Boundary;
 }
 
+/// Whether a segment or a flat polygon holds the point. A flat polygon, however many vertices it
+/// has, holds all points of its height that pass the pretest, and no others.
+bool wholeContains(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
+                   const ElevationPoint& point) {
+    if (!boundsContain(polygon, point)) {
+        return false;
+    }
+    if (Ring(polygon, vertices).size() > 2) {
+        return point.y == polygon.bounds.yMin;
+    }
+    return locatePoint(polygon, vertices, point) != PointLocation::Outside;
+}
+
 } // namespace
 
 bool PointIndex::runContains(cells::Cell run, const ElevationPoint& point) const {
@@ -98,9 +112,7 @@ bool PointIndex::leafContains(const cells::Word* word, std::vector<BoundaryPolyg
     for (cells::Word groups = *word++; groups > 0; --groups) {
         const cells::Word head = *word++;
         if ((head & cells::groupWhole) != 0) {
-            BoundaryPolygon& polygon = polygons[*word++];
-            if (boundsContain(polygon, point) &&
-                locatePoint(polygon, vertices, point) != PointLocation::Outside) {
+            if (wholeContains(polygons[*word++], vertices, point)) {
                 return true;
             }
             continue;
