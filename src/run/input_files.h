@@ -17,6 +17,14 @@ bool hasInputExtension(std::string path);
 /// one that cannot be read counts as one with an empty header line.
 bool isInputFile(std::string path);
 
+/// Why the file at `path`, whose name has an accepted ending, is no input file; empty when it is.
+std::string reasonToSkip(const std::string& path);
+
+/// The paths of all that lies in a directory but its subdirectories, in the order in which the
+/// system lists them. Links are followed. Throws boost::filesystem::filesystem_error when listing
+/// fails.
+std::vector<std::string> listFiles(const std::string& directory);
+
 /// A file that takes part in a run.
 struct InputFile {
     std::string path;
