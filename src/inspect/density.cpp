@@ -28,20 +28,13 @@ void addTo(Density::Counts& sum, const Density::Counts& counts) {
 
 } // namespace
 
-Density::Density(const BoundingBox& bounds) : cells_(side * side) {
-    double xLow = bounds.xMin;
-    double yLow = bounds.yMin;
-    double extent = std::max(bounds.xMax - bounds.xMin, bounds.yMax - bounds.yMin);
-    if (!counts(bounds.xMin) || !counts(bounds.xMax) || !counts(bounds.yMin) ||
-        !counts(bounds.yMax)) {
-        xLow = yLow = extent = 0.0;
-    }
-    const double farthest = std::max({std::fabs(xLow), std::fabs(yLow), extent});
-    const double smallest = std::max(1e-9, farthest / largestCell);
-    constexpr double usedCells = static_cast<double>(side) - 2.0;
-    size_ = std::exp2(std::ceil(std::log2(std::max(extent / usedCells, smallest))));
-    firstColumn_ = static_cast<std::int64_t>(std::floor(xLow / size_));
-    firstRow_ = static_cast<std::int64_t>(std::floor(yLow / size_));
+/// A first area around the first point, smaller than that of any scan.
+void Density::begin(double x, double y) {
+    constexpr double share = 1e-6;
+    const double extent = std::max({std::fabs(x), std::fabs(y), 1.0}) * share;
+    size_ = std::exp2(std::floor(std::log2(extent / static_cast<double>(side))));
+    firstColumn_ = static_cast<std::int64_t>(std::floor(x / size_)) - side / 2;
+    firstRow_ = static_cast<std::int64_t>(std::floor(y / size_)) - side / 2;
 }
 
 double Density::xMin() const {
@@ -66,6 +59,12 @@ bool Density::place(double x, double y, std::int64_t& column, std::int64_t& row)
 void Density::add(double x, double y, Kind kind) {
     if (!counts(x) || !counts(y)) {
         return;
+    }
+    if (++pointCount_ <= mostPoints) {
+        points_.push_back({x, y, kind});
+    }
+    if (size_ == 0.0) {
+        begin(x, y);
     }
     std::int64_t column = 0;
     std::int64_t row = 0;
@@ -102,7 +101,7 @@ void Density::grow(double x, double y) {
 
 void Density::coarsen() {
     // Points of a regular grid fill every cell once cells are as wide as the grid's step.
-    constexpr double full = 0.6;
+    constexpr double full = 0.9;
     constexpr int mostDoublings = 5;
     for (int doubling = 0; doubling < mostDoublings; ++doubling) {
         std::size_t filled = 0;

@@ -1,8 +1,6 @@
 /// How many points lie where, in memory that does not grow with their number.
 #pragma once
 
-#include "boundary/boundary_polygon.h"
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -20,8 +18,7 @@ public:
     /// The most cells in a row and in a column.
     static constexpr std::int64_t side = 1024;
 
-    /// Points outside of `bounds` are welcome; those inside need no growing.
-    explicit Density(const BoundingBox& bounds);
+    Density() : cells_(static_cast<std::size_t>(side * side)) {}
 
     /// Coordinates of more than 1e15 and those that are no numbers do not count.
     void add(double x, double y, Kind kind);
@@ -34,17 +31,30 @@ public:
         return cells_[static_cast<std::size_t>(row * side + column)];
     }
 
-    /// Makes the cells so large that those of an area evenly filled with points have one each.
+    struct Point {
+        double x;
+        double y;
+        Kind kind;
+    };
+    /// So many points are kept as they are, beside the cells.
+    static constexpr std::size_t mostPoints = 30000;
+    [[nodiscard]] bool hasAllPoints() const { return pointCount_ <= mostPoints; }
+    [[nodiscard]] const std::vector<Point>& points() const { return points_; }
+
+    /// Makes the cells so large that in an area evenly filled with points nearly all hold one.
     void coarsen();
 
 private:
+    void begin(double x, double y);
     [[nodiscard]] bool place(double x, double y, std::int64_t& column, std::int64_t& row) const;
     void grow(double x, double y);
 
-    double size_ = 1.0;
+    double size_ = 0.0;            ///< 0 before the first point
     std::int64_t firstColumn_ = 0; ///< x of the left edge, in cells
     std::int64_t firstRow_ = 0;
     std::vector<Counts> cells_;
+    std::vector<Point> points_;
+    std::uint64_t pointCount_ = 0;
 };
 
 } // namespace veldtrim

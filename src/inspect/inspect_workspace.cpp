@@ -113,7 +113,7 @@ void remarkOnPolygonsApart(Report& report) {
 void inspectFiles(const fs::path& directory, bool withDensity, Inspection& inspection) {
     Report& report = inspection.report;
     if (withDensity) {
-        inspection.density = std::make_unique<Density>(report.modelBounds.box);
+        inspection.density = std::make_unique<Density>();
     }
     PolygonFinder finder(inspection.model);
     FileInspector inspector(finder, report.polygons, inspection.density.get());

@@ -66,28 +66,49 @@ bool isDrawable(double value) {
     return std::fabs(value) <= largest;
 }
 
-View viewOf(const Report& report) {
+bool isDrawable(const PointBounds& bounds) {
+    const BoundingBox& box = bounds.box;
+    return !bounds.isEmpty() && isDrawable(box.xMin) && isDrawable(box.xMax) &&
+           isDrawable(box.yMin) && isDrawable(box.yMax);
+}
+
+/// What is to be seen as a whole.
+PointBounds everything(const Report& report) {
     PointBounds all;
     for (const PointBounds& bounds : {report.modelBounds, report.pointBounds}) {
-        const BoundingBox& box = bounds.box;
-        if (!bounds.isEmpty() && isDrawable(box.xMin) && isDrawable(box.xMax) &&
-            isDrawable(box.yMin) && isDrawable(box.yMax)) {
-            all.add(box);
+        if (isDrawable(bounds)) {
+            all.add(bounds.box);
         }
     }
+    return all;
+}
+
+/// The points, where boundaries are among them: what the polygons do elsewhere does not matter.
+/// Else everything.
+PointBounds whatMatters(const Report& report) {
+    const BoundingBox& points = report.pointBounds.box;
+    const BoundingBox& model = report.modelBounds.box;
+    const bool meet = isDrawable(report.pointBounds) && isDrawable(report.modelBounds) &&
+                      points.xMin <= model.xMax && model.xMin <= points.xMax &&
+                      points.yMin <= model.yMax && model.yMin <= points.yMax;
+    return meet ? report.pointBounds : everything(report);
+}
+
+/// A view of `bounds` with an edge around it, whose longer side is `longest` on the page and whose
+/// shorter one is at least `shortest`.
+View viewOf(const PointBounds& bounds, double longest, double shortest) {
     View view;
-    view.shown = all.isEmpty() ? BoundingBox{0.0, 0.0, 1.0, 1.0} : all.box;
+    view.shown = bounds.isEmpty() ? BoundingBox{0.0, 0.0, 1.0, 1.0} : bounds.box;
     BoundingBox& box = view.shown;
     const double extent =
         std::max({box.xMax - box.xMin, box.yMax - box.yMin, std::fabs(box.xMin) * 1e-9, 1e-9});
-    const double edge = extent * 0.03;
+    const double edge = extent * 0.06;
     box = {box.xMin - edge, box.yMin - edge, box.xMax + edge, box.yMax + edge};
-    view.scale = longestSide / std::max(box.xMax - box.xMin, box.yMax - box.yMin);
-    // A narrow strip gets room on both sides.
+    view.scale = longest / std::max(box.xMax - box.xMin, box.yMax - box.yMin);
     const auto widen = [&](double& low, double& high) {
-        const double missing = shortestSide / view.scale - (high - low);
-        low -= std::max(0.0, missing / 2.0);
-        high += std::max(0.0, missing / 2.0);
+        const double missing = std::max(0.0, shortest / view.scale - (high - low));
+        low -= missing / 2.0;
+        high += missing / 2.0;
     };
     widen(box.xMin, box.xMax);
     widen(box.yMin, box.yMax);
@@ -100,7 +121,7 @@ View viewOf(const Report& report) {
 
 class Painter {
 public:
-    Painter(cairo_t* context, const Inspection& inspection, const View& view)
+    Painter(cairo_t* context, Inspection& inspection, const View& view)
         : context_(context), inspection_(inspection), report_(inspection.report), view_(view) {}
 
     void draw(double pageWidth, double pageHeight) {
@@ -110,15 +131,9 @@ public:
         cairo_save(context_);
         cairo_rectangle(context_, view_.left, view_.top, view_.width, view_.height);
         cairo_clip(context_);
-        tracePolygons();
-        colour(outlineColour, fillAlpha);
-        cairo_fill(context_);
+        fillPolygons(view_);
         drawPoints();
-        tracePolygons();
-        colour(outlineColour, 1.0);
-        cairo_set_line_width(context_, 1.5);
-        cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
-        cairo_stroke(context_);
+        outlinePolygons(view_);
         cairo_restore(context_);
         drawFrame();
         drawLegend();
@@ -129,24 +144,70 @@ private:
         cairo_set_source_rgba(context_, colour.red, colour.green, colour.blue, alpha);
     }
 
-    void tracePolygons() {
-        cairo_new_path(context_);
+    /// Each by itself: where two overlap, their points are kept all the same.
+    void fillPolygons(const View& view) {
+        cairo_push_group(context_);
         cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
-        const auto& vertices = inspection_.model.vertices();
+        colour(outlineColour, 1.0);
         for (const BoundaryPolygon& polygon : inspection_.model.polygons()) {
-            cairo_new_sub_path(context_);
-            for (const std::int32_t index : polygon.vertexIndices) {
-                const BoundaryVertex& vertex = vertices[static_cast<std::size_t>(index)];
-                if (isDrawable(vertex.x) && isDrawable(vertex.y)) {
-                    cairo_line_to(context_, view_.x(vertex.x), view_.y(vertex.y));
-                }
-            }
-            cairo_close_path(context_);
+            tracePolygon(polygon, view);
+            cairo_fill(context_);
+        }
+        cairo_pop_group_to_source(context_);
+        cairo_paint_with_alpha(context_, fillAlpha);
+    }
+
+    void outlinePolygons(const View& view) {
+        colour(outlineColour, 1.0);
+        cairo_set_line_width(context_, 1.5);
+        cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
+        for (const BoundaryPolygon& polygon : inspection_.model.polygons()) {
+            tracePolygon(polygon, view);
+            cairo_stroke(context_);
         }
     }
 
-    /// The densities as an image with a pixel a cell, scaled to the view.
+    void tracePolygon(const BoundaryPolygon& polygon, const View& view) {
+        cairo_new_path(context_);
+        const auto& vertices = inspection_.model.vertices();
+        for (const std::int32_t index : polygon.vertexIndices) {
+            const BoundaryVertex& vertex = vertices[static_cast<std::size_t>(index)];
+            if (isDrawable(vertex.x) && isDrawable(vertex.y)) {
+                cairo_line_to(context_, view.x(vertex.x), view.y(vertex.y));
+            }
+        }
+        cairo_close_path(context_);
+    }
+
     void drawPoints() {
+        Density& density = *inspection_.density;
+        if (!density.hasAllPoints()) {
+            density.coarsen();
+            drawImage();
+        } else if (!density.points().empty()) {
+            const BoundingBox& box = report_.pointBounds.box;
+            const double area = (box.xMax - box.xMin) * (box.yMax - box.yMin);
+            const auto count = static_cast<double>(density.points().size());
+            const double spacing = std::sqrt(area / count) * view_.scale;
+            const double size = std::clamp(spacing * 0.6, 1.5, 6.0);
+            drawDots(droppedColour, size, Density::Dropped);
+            drawDots(keptColour, size, Density::Kept);
+        }
+    }
+
+    void drawDots(const Colour& dots, double size, Density::Kind kind) {
+        colour(dots, 1.0);
+        for (const Density::Point& point : inspection_.density->points()) {
+            if (point.kind == kind) {
+                cairo_rectangle(context_, view_.x(point.x) - size / 2.0,
+                                view_.y(point.y) - size / 2.0, size, size);
+            }
+        }
+        cairo_fill(context_);
+    }
+
+    /// The densities as an image with a pixel a cell, scaled to the view.
+    void drawImage() {
         const Density& density = *inspection_.density;
         std::uint32_t most = 1;
         forEachCell([&](std::int64_t, std::int64_t, const Density::Counts& cell) {
@@ -292,11 +353,41 @@ private:
         legendNote("not read: " + grouped(counts.unparsed) + " records");
         legendNote("files: " + grouped(static_cast<std::int64_t>(takenFiles(report_))) + " of " +
                    grouped(static_cast<std::int64_t>(report_.files.size())) + " taken");
-        legendNote("darker: more points");
+        legendY_ += 14.0;
+        drawOverview();
+    }
+
+    /// Where the picture lies in the whole of the boundaries.
+    void drawOverview() {
+        const BoundingBox whole = everything(report_).box;
+        const BoundingBox& shown = view_.shown;
+        if (everything(report_).isEmpty() ||
+            (shown.xMin <= whole.xMin && whole.xMax <= shown.xMax && shown.yMin <= whole.yMin &&
+             whole.yMax <= shown.yMax)) {
+            return;
+        }
+        text("Where this is", legendX(), legendY_, 13.0, true);
+        View small = viewOf(everything(report_), legendWidth - margin - 20.0, 60.0);
+        small.left = legendX();
+        small.top = legendY_ + 10.0;
+        cairo_save(context_);
+        cairo_rectangle(context_, small.left, small.top, small.width, small.height);
+        cairo_clip_preserve(context_);
+        colour(textColour, 0.6);
+        cairo_stroke(context_);
+        fillPolygons(small);
+        outlinePolygons(small);
+        cairo_rectangle(context_, small.x(shown.xMin), small.y(shown.yMax),
+                        (shown.xMax - shown.xMin) * small.scale,
+                        (shown.yMax - shown.yMin) * small.scale);
+        colour(droppedColour, 1.0);
+        cairo_set_line_width(context_, 2.0);
+        cairo_stroke(context_);
+        cairo_restore(context_);
     }
 
     cairo_t* context_;
-    const Inspection& inspection_;
+    Inspection& inspection_;
     const Report& report_;
     const View& view_;
     double legendY_ = 0.0;
@@ -305,9 +396,9 @@ private:
 } // namespace
 
 void drawPicture(Inspection& inspection, const std::string& path) {
-    inspection.density->coarsen();
-    const View view = viewOf(inspection.report);
-    constexpr double legendHeight = 300.0;
+    // A narrow strip of points gets room on both sides.
+    const View view = viewOf(whatMatters(inspection.report), longestSide, shortestSide);
+    constexpr double legendHeight = 540.0;
     const double width = view.left + view.width + margin + legendWidth;
     const double height = view.top + std::max(view.height, legendHeight) + axisSpace + 8.0;
     const bool isSvg = std::string_view(path).ends_with(".svg");
