@@ -54,7 +54,9 @@ std::string reasonNotParsed(std::string_view line, char format, char separator) 
     const std::string anyY = std::string(1, separator) + "0 ";
     const std::size_t end = endOfFirstField(line, separator);
     const std::string_view first = line.substr(0, end);
-    if (!isRecord(std::string(first) + anyY, format, separator)) {
+    // With a blank as separator the distance to y does not count.
+    if (!isRecord(std::string(first) + anyY, format, separator) &&
+        !isRecord(std::string(first) + " 0 ", format, ' ')) {
         return "x is no number: " + quoted(first);
     }
     if (end == std::string_view::npos) {

@@ -63,7 +63,7 @@ void appendFile(const FileReport& file, std::string& text) {
         text +=
             indent + "... and " +
             grouped(file.counts.unparsed - static_cast<std::int64_t>(file.firstUnparsed.size())) +
-            " more lines that are not read\n";
+            " more that are not read\n";
     }
     if (file.decimalCommas > 0) {
         text += indent + "decimal commas: x and y are read up to the comma\n";
