@@ -31,9 +31,6 @@ struct BoundaryPolygon {
     BoundingBox bounds;
     std::vector<std::int32_t> vertexIndices;
 
-    /// The number that the boundary file gives the polygon; no verdict depends on it.
-    std::int32_t id = 0;
-
     /// Derived from the vertices; empty until the point test first needs it.
     std::vector<BoundarySegment> segments;
 };

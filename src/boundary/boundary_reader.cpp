@@ -53,7 +53,6 @@ private:
             writeConsoleLine("current polygon id = " + std::to_string(id) + " with type = 0");
             document_.intoElement();
             BoundaryPolygon polygon;
-            polygon.id = id;
             if (!readPoints(polygon, id)) {
                 return false;
             }

@@ -11,8 +11,12 @@
 #include <veldtrim/xml_reader.h>
 
 #include <algorithm>
+#include <charconv>
 #include <iostream>
 #include <sstream>
+#include <string_view>
+#include <system_error>
+#include <vector>
 
 #include <boost/filesystem/exception.hpp>
 #include <boost/filesystem/operations.hpp>
@@ -32,14 +36,33 @@ public:
     QuietConsole(const QuietConsole&) = delete;
     QuietConsole& operator=(const QuietConsole&) = delete;
 
+    [[nodiscard]] std::string trace() const { return trace_.str(); }
+
 private:
     std::ostringstream trace_;
     std::streambuf* before_;
 };
 
-bool readBoundaries(const std::string& path, BoundaryModel& model) {
+/// The ids of the polygons in the reader's trace, which alone tells them: the model knows none.
+std::vector<int> polygonIds(const std::string& trace) {
+    constexpr std::string_view before = "\ncurrent polygon id = ";
+    std::vector<int> ids;
+    for (std::size_t at = trace.find(before); at != std::string::npos;
+         at = trace.find(before, at + 1)) {
+        const char* const number = trace.data() + at + before.size();
+        int id = 0;
+        if (std::from_chars(number, trace.data() + trace.size(), id).ec == std::errc()) {
+            ids.push_back(id);
+        }
+    }
+    return ids;
+}
+
+bool readBoundaries(const std::string& path, BoundaryModel& model, std::vector<int>& ids) {
     const QuietConsole quiet;
-    return readin_b_XML(path, model);
+    const bool isRead = readin_b_XML(path, model);
+    ids = polygonIds(quiet.trace());
+    return isRead;
 }
 
 /// Why the boundary file was not read.
@@ -78,12 +101,12 @@ std::string directoryFailure(const fs::path& path) {
     return {};
 }
 
-void describePolygons(Inspection& inspection) {
+void describePolygons(Inspection& inspection, const std::vector<int>& ids) {
     Report& report = inspection.report;
     const auto& vertices = inspection.model.vertices();
     for (const BoundaryPolygon& polygon : inspection.model.polygons()) {
         PolygonReport one;
-        one.id = polygon.id;
+        one.id = ids.at(report.polygons.size());
         one.vertices = polygon.vertexIndices.size();
         one.bounds = polygon.bounds;
         one.area = areaOf(polygon, vertices);
@@ -117,7 +140,8 @@ void inspectFiles(const fs::path& directory, bool withDensity, Inspection& inspe
     }
     PolygonFinder finder(inspection.model);
     FileInspector inspector(finder, report.polygons, inspection.density.get());
-    std::vector<std::string> paths = listFiles(directory.string());
+    std::vector<std::string> paths;
+    visitFiles(directory.string(), [&](const std::string& path) { paths.push_back(path); });
     std::sort(paths.begin(), paths.end());
     for (const std::string& path : paths) {
         FileReport file = inspector.inspect(path);
@@ -140,11 +164,12 @@ Inspection inspectWorkspace(const std::string& inputDirectory, const std::string
     Report& report = inspection.report;
     report.inputDirectory = inputDirectory;
     report.boundaryFile = boundaryFile;
-    if (!readBoundaries(boundaryFile, inspection.model)) {
+    std::vector<int> ids;
+    if (!readBoundaries(boundaryFile, inspection.model, ids)) {
         report.failure = boundaryFailure(boundaryFile);
         return inspection;
     }
-    describePolygons(inspection);
+    describePolygons(inspection, ids);
     try {
         const fs::path directory(inputDirectory);
         report.failure = directoryFailure(directory);

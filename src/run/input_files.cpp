@@ -79,23 +79,22 @@ bool isInputFile(std::string path) {
     return false;
 }
 
-std::vector<std::string> listFiles(const std::string& directory) {
-    std::vector<std::string> paths;
+void visitFiles(const std::string& directory,
+                const std::function<void(const std::string& path)>& visit) {
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
         if (!fs::is_directory(entry.status())) {
-            paths.push_back(entry.path().string());
+            visit(entry.path().string());
         }
     }
-    return paths;
 }
 
 std::vector<InputFile> findInputFiles(const std::string& directory) {
     std::vector<InputFile> files;
-    for (const std::string& path : listFiles(directory)) {
+    visitFiles(directory, [&](const std::string& path) {
         if (isInputFile(path)) {
             files.push_back({path, countRecords(path)});
         }
-    }
+    });
     return files;
 }
 

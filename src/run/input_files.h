@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,11 @@ bool isInputFile(std::string path);
 /// Why the file at `path`, whose name has an accepted ending, is no input file; empty when it is.
 std::string reasonToSkip(const std::string& path);
 
-/// The paths of all that lies in a directory but its subdirectories, in the order in which the
-/// system lists them. Links are followed. Throws boost::filesystem::filesystem_error when listing
-/// fails.
-std::vector<std::string> listFiles(const std::string& directory);
+/// Calls `visit` with the path of everything in a directory but its subdirectories, in the order in
+/// which the system lists them. Links are followed. Throws boost::filesystem::filesystem_error when
+/// listing fails.
+void visitFiles(const std::string& directory,
+                const std::function<void(const std::string& path)>& visit);
 
 /// A file that takes part in a run.
 struct InputFile {
