@@ -136,7 +136,7 @@ void navigate(CMarkupSTL& document, ReferenceCursor& judge, Draw operations) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Draw input(data, size);
+    Draw input(veldtrim::fuzz::textOf(data, size));
     const std::string_view operations = input.until('\0');
     std::string text(input.rest().substr(0, longestText));
     text.resize(std::min(text.find('\0'), text.size()));
@@ -155,7 +155,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkLinks(elements, expected.size(), static_cast<std::int32_t>(text.size()));
     checkMarkup(document, expected.size());
     document.resetPosition();
-    navigate(document, judge,
-             {reinterpret_cast<const std::uint8_t*>(operations.data()), operations.size()});
+    navigate(document, judge, Draw(operations));
     return 0;
 }
