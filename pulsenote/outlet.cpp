@@ -91,6 +91,8 @@ void Outlet::deliver(double position, bool flag) noexcept {
 Outlet& outlet() noexcept {
     // Storage that no destructor ends: objects with static storage may still send from theirs.
     alignas(Outlet) static std::array<std::byte, sizeof(Outlet)> storage;
+    // The one sender of the process.
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
     static auto* const theOutlet = ::new (storage.data()) Outlet;
 
     struct AtEnd {

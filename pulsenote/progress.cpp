@@ -23,15 +23,22 @@ struct ProgressMessage::Stretch {
     /// Steps that are no news as long as nothing else is delivered.
     StepWindow quiet;
 
+    // The state of the one sender of the process.
+    // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
+
     /// The position that the process delivered last.
     static constinit std::optional<double> last;
     /// The one stretch whose `quiet` may hold steps. Where stretches overlap, each takes the right
     /// from the other, so that no window outlives the `last` that it was made for.
     static constinit Stretch* windowHolder;
+
+    // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 };
 
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): as above.
 constinit std::optional<double> ProgressMessage::Stretch::last;
 constinit ProgressMessage::Stretch* ProgressMessage::Stretch::windowHolder = nullptr;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 ProgressMessage::Stretch::~Stretch() {
     if (windowHolder == this) {

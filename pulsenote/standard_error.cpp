@@ -6,21 +6,36 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <io.h>
+#include <windows.h>
 
 namespace veldtrim::pulsenote {
 
-// Negative where the process was started without standard error.
-bool standardErrorIsOpen() noexcept {
-    return _fileno(stderr) >= 0;
+namespace {
+
+HANDLE standardErrorHandle() noexcept {
+    const int descriptor = _fileno(stderr);
+    // The runtime marks a descriptor that the process was started without by -2.
+    const std::intptr_t handle = descriptor >= 0 ? _get_osfhandle(descriptor) : -1;
+    return handle == -2 ? INVALID_HANDLE_VALUE : reinterpret_cast<HANDLE>(handle);
 }
 
+} // namespace
+
+bool standardErrorIsOpen() noexcept {
+    return standardErrorHandle() != INVALID_HANDLE_VALUE;
+}
+
+// Not _isatty: to that, "nul" is a terminal too.
 bool standardErrorIsTerminal() noexcept {
-    return standardErrorIsOpen() && _isatty(_fileno(stderr)) != 0;
+    DWORD mode = 0;
+    return GetConsoleMode(standardErrorHandle(), &mode) != 0;
 }
 
 void writeToStandardError(std::string_view text) noexcept {
+    // Text mode: the line ends are the platform's.
     constexpr std::size_t LargestWrite = 1U << 30U;
     while (!text.empty()) {
         const auto size = static_cast<unsigned>(std::min(text.size(), LargestWrite));

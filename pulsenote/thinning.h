@@ -16,7 +16,7 @@ struct StretchScale {
     /// thousandth: what is delivered. Never rounded up to 100, the sign that the end is reached.
     /// Not finite where the numbers of the stretch make it so. Never falls from step to step where
     /// end >= start, never rises otherwise.
-    double position(int step) const;
+    [[nodiscard]] double position(int step) const;
 };
 
 /// Whether `position` is to be delivered after `last`, the position delivered last, if any.
@@ -34,7 +34,9 @@ public:
     /// is, the last is left out.
     StepWindow(int low, int high);
 
-    bool contains(int step) const { return static_cast<std::uint32_t>(step) - low_ < count_; }
+    [[nodiscard]] bool contains(int step) const {
+        return static_cast<std::uint32_t>(step) - low_ < count_;
+    }
 
 private:
     std::uint32_t low_ = 0;

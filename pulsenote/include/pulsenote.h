@@ -20,6 +20,7 @@ public:
 
 private:
     MessageSender() = default;
+    ~MessageSender() = default;
 };
 
 /// Base of the four text messages; its life ends through them.
@@ -58,7 +59,8 @@ public:
 };
 
 /// One stretch of the run's progress, from `start` to `end` on a scale of 0 to 100, in `steps`
-/// equal steps. Any numbers are accepted; where `steps` is not positive every step stands at `start`.
+/// equal steps. Any numbers are accepted; where `steps` is not positive every step stands at
+/// `start`.
 class ProgressMessage {
 public:
     ProgressMessage(double start, double end, int steps);

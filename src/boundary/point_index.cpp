@@ -4,6 +4,7 @@
 #include "boundary/point_index_builder.h"
 #include "boundary/point_index_cells.h"
 #include "boundary/point_location.h"
+#include "boundary/ring.h"
 
 namespace veldtrim {
 
@@ -53,8 +54,8 @@ cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
         table_[(static_cast<std::size_t>(row >> shift) << tableBits_) + (column >> shift)];
     while ((cell & cells::kindMask) == cells::split) {
         --shift;
-        cell = quads_[(cell >> cells::kindBits) + 2 * ((row >> shift) & 1U) +
-                      ((column >> shift) & 1U)];
+        const std::size_t quarter = (row >> shift & 1U) << 1U | (column >> shift & 1U);
+        cell = quads_[(cell >> cells::kindBits) + quarter];
     }
     return cell;
 }
@@ -62,18 +63,31 @@ cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
 namespace {
 
 /// Adds an edge to the parity of its ring at the point: its effect, and the ends that count.
-/// Returns false, and nothing is added, when the edge holds the point.
+/// Returns false when the edge holds the point.
 bool addEdge(cells::Word& odd, cells::Word countingEnds, const BoundaryVertex* ends,
              const ElevationPoint& point) {
+    const cells::Word fromBelow = ends[0].y < point.y ? 1U : 0U;
+    const cells::Word toBelow = ends[1].y < point.y ? 1U : 0U;
+    odd ^= (countingEnds & fromBelow) ^ (countingEnds >> 1U & toBelow);
+    if (fromBelow == toBelow && ends[0].y != point.y && ends[1].y != point.y) {
+        return true; // strictly on one side: no effect, and the usual case among many edges
+    }
     const EdgeEffect effect = edgeEffect(ends[0], ends[1], point);
-    if (effect == EdgeEffect::Boundary) {
+    odd ^= static_cast<cells::Word>(effect);
+    return effect != EdgeEffect::Boundary;
+}
+
+/// Whether a segment or a flat polygon holds the point. A flat polygon, however many vertices it
+/// has, holds all points of its height that pass the pretest, and no others.
+bool wholeContains(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
+                   const ElevationPoint& point) {
+    if (!boundsContain(polygon, point)) {
         return false;
     }
-    const cells::Word fromBelow = ends[0].y < point.y ? cells::fromCounts : 0U;
-    const cells::Word toBelow = ends[1].y < point.y ? cells::toCounts : 0U;
-    const cells::Word below = countingEnds & (fromBelow | toBelow);
-    odd ^= static_cast<cells::Word>(effect) ^ below ^ (below >> 1U);
-    return true;
+    if (Ring(polygon, vertices).size() > 2) {
+        return point.y == polygon.bounds.yMin;
+    }
+    return locatePoint(polygon, vertices, point) != PointLocation::Outside;
 }
 
 } // namespace
@@ -98,9 +112,7 @@ bool PointIndex::leafContains(const cells::Word* word, std::vector<BoundaryPolyg
     for (cells::Word groups = *word++; groups > 0; --groups) {
         const cells::Word head = *word++;
         if ((head & cells::groupWhole) != 0) {
-            BoundaryPolygon& polygon = polygons[*word++];
-            if (boundsContain(polygon, point) &&
-                locatePoint(polygon, vertices, point) != PointLocation::Outside) {
+            if (wholeContains(polygons[*word++], vertices, point)) {
                 return true;
             }
             continue;

@@ -28,7 +28,7 @@ class PointIndex {
 public:
     /// Vertices that the walk may look at for each vertex of the model before building the index
     /// costs less than going on without.
-    static constexpr std::size_t worthBuildingAfter = 256;
+    static constexpr std::size_t worthBuildingAfter = 32;
 
     /// A model of so few polygons and vertices together is walked faster.
     static constexpr std::size_t fewVertices = 24;

@@ -19,7 +19,7 @@ constexpr double largestCoordinate = 1e15;
 constexpr double flatReach = 1.0001e-6;
 
 /// A cell with no more words than this is not worth splitting.
-constexpr std::size_t leafWords = 6;
+constexpr std::size_t leafWords = 5;
 
 /// From this many edges of one polygon on, a leaf puts those in a queue that can stand in one.
 constexpr std::ptrdiff_t queueEdges = 16;
@@ -180,6 +180,7 @@ void PointIndexBuilder::setScale() {
 
 /// Builds the tree below a cell. Its leaves may have `wordBudget` words in all; the words of a cell
 /// that long edges pass through about double when it is split.
+// NOLINTNEXTLINE(misc-no-recursion): the tree has no more levels than setScale allows
 PointIndexBuilder::Cell PointIndexBuilder::buildCell(const Words& groups, const Place& place,
                                                      std::size_t wordBudget) {
     if (groups.size() > leafWords && place.level < deepest_ && 2 * groups.size() <= wordBudget) {
@@ -249,6 +250,7 @@ BoundingBox PointIndexBuilder::boxOf(const Place& place) const {
             region.xMin + (place.column + 1.0) * width, region.yMin + (place.row + 1.0) * height};
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): see buildCell
 PointIndexBuilder::Cell PointIndexBuilder::split(const Words& groups, const Place& place,
                                                  std::size_t wordBudget) {
     const auto placeOf = [&](std::uint32_t i) {
@@ -353,15 +355,17 @@ void PointIndexBuilder::splitEdge(Word edge, Children& children) const {
 void PointIndexBuilder::flatten(Cell root) {
     // About as many entries as the tree has cells; a table that outgrows the cache gains nothing.
     constexpr unsigned mostBits = 10;
+    const auto entries = [](unsigned bits) { return std::size_t{1} << (2 * bits); };
     while (index_.tableBits_ < std::min(mostBits, deepest_) &&
-           std::size_t{1} << (2 * index_.tableBits_) < index_.quads_.size()) {
+           entries(index_.tableBits_ + 1) <= index_.quads_.size()) {
         ++index_.tableBits_;
     }
     index_.tableShift_ = deepest_ - index_.tableBits_;
-    index_.table_.resize(std::size_t{1} << (2 * index_.tableBits_));
+    index_.table_.resize(entries(index_.tableBits_));
     fillTable(root, {0, 0, 0});
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): the table has few levels
 void PointIndexBuilder::fillTable(Cell cell, const Place& place) {
     const unsigned bits = index_.tableBits_;
     if (place.level < bits && (cell & cells::kindMask) == cells::split) {

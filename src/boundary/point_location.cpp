@@ -35,7 +35,7 @@ PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
             }
             lastX = current.x;
         } else if (onLine) {
-            odd ^= passes(previous->y, py, current.y);
+            odd = odd != passes(previous->y, py, current.y);
             previous = &current;
             onLine = false;
         } else if (current.y == py && current.x >= px) {
@@ -50,7 +50,7 @@ PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
             if (effect == EdgeEffect::Boundary) {
                 return PointLocation::OnBoundary;
             }
-            odd ^= effect == EdgeEffect::Toggle;
+            odd = odd != (effect == EdgeEffect::Toggle);
             previous = &current;
         }
     }

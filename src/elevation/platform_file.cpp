@@ -19,9 +19,17 @@ namespace {
 
 #ifdef _WIN32
 
-constexpr int inheritAndBinary = _O_BINARY | _O_NOINHERIT;
+constexpr int binaryAndOwn = _O_BINARY | _O_NOINHERIT;
 int systemOpen(const char* path, int flags) {
-    return ::_open(path, flags | inheritAndBinary, _S_IREAD | _S_IWRITE);
+    const int descriptor = ::_open(path, flags | binaryAndOwn, _S_IREAD | _S_IWRITE);
+    // "con", "nul.txt" and their like are devices in any directory: a run must not read a keyboard.
+    struct _stat64 status {};
+    if (descriptor >= 0 &&
+        (::_fstat64(descriptor, &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG)) {
+        ::_close(descriptor);
+        return -1;
+    }
+    return descriptor;
 }
 auto systemRead(int descriptor, char* to, std::size_t size) {
     return ::_read(descriptor, to, static_cast<unsigned>(size));

@@ -18,7 +18,8 @@ inline constexpr std::string_view lineEnd = "\n";
 /// One file, opened for reading or for writing, closed with the object.
 ///
 /// Bytes pass as they are: nothing translates line ends, no byte ends a file early. A file that
-/// could not be opened reads as empty and takes what is written without keeping it.
+/// could not be opened reads as empty and takes what is written without keeping it. On Windows that
+/// includes the names of devices.
 class PlatformFile {
 public:
     static PlatformFile openForReading(const std::string& path);

@@ -12,10 +12,10 @@ constexpr std::ptrdiff_t longestNumber = 600;
 
 /// A number in the text.
 struct Number {
-    const char* begin; ///< first character after the sign
-    const char* stop;  ///< first character after the number
-    bool negative;
-    bool isZero;
+    const char* begin = nullptr; ///< first character after the sign
+    const char* stop = nullptr;  ///< first character after the number
+    bool negative = false;
+    bool isZero = true;
 };
 
 const char* skipDigits(const char* at, const char* end, bool& allZero) noexcept {
@@ -36,7 +36,6 @@ bool findNumber(const char* at, const char* end, Number& number) noexcept {
         ++at;
     }
     number.begin = at;
-    number.isZero = true;
     at = skipDigits(at, end, number.isZero);
     std::ptrdiff_t digitCount = at - number.begin;
     if (at != end && *at == '.') {
@@ -65,6 +64,7 @@ bool findNumber(const char* at, const char* end, Number& number) noexcept {
 
 template <typename Real>
 Scan scanAny(const char*& at, const char* end, Real& value) noexcept {
+    // Filled by findNumber: NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     Number number;
     if (!findNumber(at, end, number)) {
         return Scan::Unusual;

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include <boost/filesystem/exception.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
 
@@ -52,6 +53,21 @@ std::int64_t clipFiles(BoundaryModel& model, const std::vector<InputFile>& files
     return keptTotal;
 }
 
+/// False for a directory that is already there.
+bool createOutputDirectory(const fs::path& directory) {
+    // Not created although nothing was there: another run was faster, and the directory is its own.
+    if (fs::is_directory(directory) || !fs::create_directory(directory)) {
+        return false;
+    }
+    // The names of devices, "nul" for one, may let themselves be created and hold nothing.
+    if (!fs::is_directory(directory)) {
+        throw fs::filesystem_error(
+            "cannot create output directory", directory,
+            boost::system::errc::make_error_code(boost::system::errc::not_a_directory));
+    }
+    return true;
+}
+
 void reportEndOfProgress() {
     constexpr int steps = 100;
     ProgressMessage(1.0, 100.0, steps).OnProgress(steps, false);
@@ -83,8 +99,7 @@ int clipWorkspace(BoundaryModel& model, std::string workspacePath, std::string i
         return reportError("Input directory does not exist");
     }
     const fs::path outputDirectory = workspace / outputDirName;
-    // Not created although nothing was there: another run was faster, and the directory is its own.
-    if (fs::is_directory(outputDirectory) || !fs::create_directory(outputDirectory)) {
+    if (!createOutputDirectory(outputDirectory)) {
         return reportError(
             "output directory already exists, aborting in order avoid overwriting of "
             "existing data");

@@ -1,6 +1,14 @@
 #include "run/process_setup.h"
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <codecvt>
+#include <cstdlib>
+#include <locale>
+
+#include <windows.h>
+
+#include <boost/filesystem/path.hpp>
+#else
 #include <csignal>
 
 #include <fcntl.h>
@@ -11,8 +19,32 @@ namespace veldtrim {
 
 #ifdef _WIN32
 
+namespace {
+
+/// The console's code page before the run, whose end brings it back.
+UINT codePageBefore = 0;
+
+void restoreCodePage() {
+    ::SetConsoleOutputCP(codePageBefore);
+}
+
+} // namespace
+
 // There are no pipe signals here, and the runtime keeps the standard descriptors reserved.
-void setUpProcess() {}
+void setUpProcess() {
+    // The manifest asks for UTF-8; Windows before version 1903 does not know it. There all paths go
+    // through the system's own code page, as they do without a word of ours.
+    if (::GetACP() != CP_UTF8) {
+        return;
+    }
+    // The library's own conversion passes flags that UTF-8 does not take.
+    boost::filesystem::path::imbue(
+        std::locale(std::locale::classic(), new std::codecvt_utf8_utf16<wchar_t>));
+    codePageBefore = ::GetConsoleOutputCP(); // 0 without a console
+    if (codePageBefore != 0 && ::SetConsoleOutputCP(CP_UTF8) != 0) {
+        static_cast<void>(std::atexit(restoreCodePage));
+    }
+}
 
 #else
 

@@ -7,6 +7,8 @@ namespace veldtrim {
 /// or standard error does not end the process, and a standard stream that the caller has closed is
 /// opened to nowhere, so that no data file takes its place and receives console lines. A file that
 /// reaches the size that the system allows fails like one on a full disk.
+///
+/// On Windows, where it can, makes paths and console lines UTF-8 for the length of the run.
 void setUpProcess();
 
 } // namespace veldtrim

@@ -1,13 +1,11 @@
 #include "veldtrim/cmarkup_stl.h"
 
 #include "attribute_search.h"
+#include "document_file.h"
 #include "token_span.h"
 
 #include <array>
-#include <cstdio>
-#include <filesystem>
 #include <limits>
-#include <system_error>
 
 namespace veldtrim {
 namespace {
@@ -20,29 +18,10 @@ struct Entity {
 constexpr std::array<Entity, 5> entities = {
     {{"lt;", '<'}, {"amp;", '&'}, {"gt;", '>'}, {"apos;", '\''}, {"quot;", '"'}}};
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 /// Replaces `text` by the bytes of the file up to the first NUL. False for a file that cannot be
 /// read whole, is empty or has more bytes than a 32-bit offset can count.
 bool readFile(const char* filePath, std::string& text) {
-    // Opening a named pipe would wait for its writer.
-    std::error_code error;
-    if (filePath == nullptr || !std::filesystem::is_regular_file(filePath, error)) {
-        return false;
-    }
-    const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(filePath, "rb"));
-    if (!file || std::fseek(file.get(), 0, SEEK_END) != 0) {
-        return false;
-    }
-    const long size = std::ftell(file.get());
-    if (size <= 0 || size > std::numeric_limits<std::int32_t>::max() ||
-        std::fseek(file.get(), 0, SEEK_SET) != 0) {
-        return false;
-    }
-    text.resize(static_cast<std::size_t>(size));
-    if (std::fread(text.data(), text.size(), 1, file.get()) != 1) {
+    if (!readDocumentFile(filePath, std::numeric_limits<std::int32_t>::max(), text)) {
         return false;
     }
     const std::size_t end = text.find('\0');

@@ -102,7 +102,7 @@ inline bool nextToken(TokenSpan& span) {
 /// Whether the span's token is the requested name, or the part of it before a space, "=", "/" or
 /// "[". ASCII letters match in either case.
 inline bool nameMatches(const TokenSpan& span, std::string_view requested) {
-    const std::size_t length = static_cast<std::size_t>(span.right - span.left + 1);
+    const std::size_t length = static_cast<std::size_t>(span.right - span.left) + 1;
     if (requested.size() < length) {
         return false;
     }
@@ -124,7 +124,7 @@ inline std::string_view tokenText(const TokenSpan& span) {
     return span.right < span.left || span.left >= span.length
                ? std::string_view()
                : std::string_view(span.text + span.left,
-                                  static_cast<std::size_t>(span.right - span.left + 1));
+                                  static_cast<std::size_t>(span.right - span.left) + 1);
 }
 
 } // namespace veldtrim

@@ -133,7 +133,7 @@ PointLocation locateExactly(const Ring& ring, std::int64_t px, std::int64_t py) 
             return onBoundary;
         }
         if ((ay < 0) != (by < 0)) {
-            odd ^= (cross > 0) == (by > ay);
+            odd = odd != ((cross > 0) == (by > ay));
         }
     }
     return odd ? inside : outside;

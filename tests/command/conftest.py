@@ -26,13 +26,14 @@ def pytest_addoption(parser):
 
 def pytest_configure(config):
     config.addinivalue_line("markers", "posix: needs links, signals or names of a POSIX system")
+    config.addinivalue_line("markers", "windows: needs drives, devices or names of Windows")
 
 
 def pytest_collection_modifyitems(config, items):
-    if config.getoption("eol") == "crlf":
-        for item in items:
-            if item.get_closest_marker("posix"):
-                item.add_marker(pytest.mark.skip(reason="POSIX only"))
+    windows = config.getoption("eol") == "crlf"
+    for item in items:
+        if item.get_closest_marker("posix" if windows else "windows"):
+            item.add_marker(pytest.mark.skip(reason="for another platform"))
 
 
 @pytest.fixture(scope="session")

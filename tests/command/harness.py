@@ -135,6 +135,13 @@ class Program:
         expected = expected.encode() if isinstance(expected, str) else expected
         return expected.replace(b"\n", b"\r\n") if self.windows else expected
 
+    def as_written(self, tree):
+        """What the program leaves for the tree `tree`, whose line ends are LF."""
+        return {
+            name: content if content is None else self.line_ends(content)
+            for name, content in dict(tree).items()
+        }
+
     def run(self, directory, *arguments, **options):
         options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
         process = subprocess.run(
@@ -159,9 +166,5 @@ class Program:
             assert in_any_order(run.messages) == in_any_order(messages)
         assert run.stdout == self.line_ends(stdout)
         assert run.code == code
-        added = {
-            name: content if content is None else self.line_ends(content)
-            for name, content in dict(created).items()
-        }
-        assert read_tree(directory) == {**before, **added}
+        assert read_tree(directory) == {**before, **self.as_written(created)}
         return run

@@ -21,7 +21,7 @@ from harness import (
     write_tree,
 )
 
-pytestmark = pytest.mark.posix
+posix = pytest.mark.posix
 ARGUMENTS = ["./scans", "clipped", "boundary.xml"]
 SCAN = "x;y;z\n5;5;1\n9;9;2\n"
 KEPT = b"x;y;z\n5;5;1\n"
@@ -57,6 +57,7 @@ def assert_system_error(program, directory, arguments, created=(), **options):
     assert [message[:2] for message in run.messages[1:-1]] == [("error", 0)]
 
 
+@posix
 def test_links_are_followed(program, workspace):
     write_tree(workspace, {"elsewhere/b": SCAN, "elsewhere/c.xyz": SCAN})
     (workspace / "scans/link.xyz").symlink_to("../elsewhere/b")
@@ -75,18 +76,21 @@ def test_links_are_followed(program, workspace):
     )
 
 
+@posix
 @pytest.mark.parametrize("name", ["loop", "loop.xyz"])
 def test_circular_link_among_the_scans(program, workspace, name):
     (workspace / "scans" / name).symlink_to(name)
     assert_system_error(program, workspace, ARGUMENTS, {"clipped": None})
 
 
+@posix
 @pytest.mark.parametrize("arguments", [["./loop", "clipped"], ["loop/a", "b"], ["./scans", "loop"]])
 def test_circular_link_on_the_way(program, workspace, arguments):
     (workspace / "loop").symlink_to("loop")
     assert_system_error(program, workspace, [*arguments, "boundary.xml"])
 
 
+@posix
 def test_output_name_is_a_link(program, workspace):
     (workspace / "old").mkdir()
     (workspace / "directory").symlink_to("old")
@@ -103,6 +107,7 @@ def test_output_name_is_a_link(program, workspace):
         assert_system_error(program, workspace, ["./scans", output, "boundary.xml"])
 
 
+@posix
 def test_odd_names(program, workspace):
     """Kept under exactly their names; named in messages that stay valid JSON."""
     names = ["a b.xyz", 'quo"te.txt', "line\nfeed.xyz", "back\\slash.xyz", "\x01.txt"]
@@ -124,6 +129,70 @@ def test_odd_names(program, workspace):
     assert len(run.messages) == 2 + 8 + 7
 
 
+def test_names_outside_ascii(program, tmp_path):
+    """Letters of other languages and characters beyond 16 bits, in every path and in the texts."""
+    odd = "\u00e4\u0416\u4e16\U0001f30d"
+    write_tree(tmp_path, {f"{odd}/sc {odd}/{odd}.xyz": SCAN, f"{odd}.xml": SQUARE_XML})
+    write_tree(tmp_path, {f"{odd}/sc {odd}/bad {odd}.txt": "y"})
+    program.check(
+        tmp_path,
+        [f"{odd}/sc {odd}", f"out {odd}", f"{odd}.xml"],
+        code=0,
+        stdout=SQUARE_TRACE,
+        messages=[
+            START,
+            skipped(f"{odd}/sc {odd}/bad {odd}.txt", FIRST_CHARACTER),
+            CLIPPING,
+            FINISHED,
+        ],
+        created={
+            f"{odd}/out {odd}": None,
+            f"{odd}/out {odd}/{odd}.xyz": KEPT,
+            f"{odd}/out {odd}/total_node_count.txt": "1\n",
+        },
+    )
+    text = f"Boundary file named no {odd} not found"
+    program.check(
+        tmp_path,
+        [f"{odd}/sc {odd}", f"again {odd}", f"no {odd}"],
+        code=1,
+        stdout=f"[readin_b_XML:]\n{text}\nboundary file does not exist\n",
+        messages=[START, ("error", 1, text), ("error", 2, "boundary file does not exist"), FAILED],
+    )
+
+
+def test_long_paths(program, tmp_path):
+    """More than 260 characters, relative and absolute."""
+    deep = "/".join([letter * 120 for letter in "abc"])
+    write_tree(tmp_path, {f"{deep}/scans/a.xyz": SCAN, f"{deep}/boundary.xml": SQUARE_XML})
+    for start, output in (("", "clipped"), (f"{tmp_path.as_posix()}/", "again")):
+        program.check(
+            tmp_path,
+            [f"{start}{deep}/scans", output, f"{start}{deep}/boundary.xml"],
+            code=0,
+            stdout=SQUARE_TRACE,
+            messages=[START, CLIPPING, FINISHED],
+            created={
+                f"{deep}/{output}": None,
+                f"{deep}/{output}/a.xyz": KEPT,
+                f"{deep}/{output}/total_node_count.txt": "1\n",
+            },
+        )
+
+
+def test_patterns_are_names(program, workspace):
+    """Nothing expands them, whatever would match."""
+    error = "Input directory does not exist"
+    program.check(
+        workspace,
+        ["./sc*s", "clipped", "boundary.xml"],
+        code=1,
+        stdout=f"{SQUARE_TRACE}{error}\n",
+        messages=reported(error),
+    )
+
+
+@posix
 def test_control_characters_in_a_boundary_path(program, workspace):
     path = 'no "such"\n\t\x7f\x01file'
     text = f"Boundary file named {path} not found"
@@ -151,10 +220,11 @@ def test_receiver_goes_away(program, workspace, gone, arguments):
     run = program.run(workspace, *arguments, **streams)
     os.close(writer)
     assert run.code == 0
-    assert read_tree(workspace) == {**before, **created("a.xyz")}
+    assert read_tree(workspace) == {**before, **program.as_written(created("a.xyz"))}
 
 
-@pytest.mark.parametrize("streams", ["1>&-", "2>&-", "<&- >&- 2>&-"])
+@pytest.mark.skipif(os.name == "nt", reason="needs a shell that can close streams")
+@pytest.mark.parametrize("streams", ["1>&-", "2>&-", pytest.param("<&- >&- 2>&-", marks=posix)])
 def test_closed_streams(program, workspace, streams):
     """No message may end up in a file that took the number of a closed stream."""
     before = read_tree(workspace)
@@ -162,7 +232,7 @@ def test_closed_streams(program, workspace, streams):
     words = ["sh", "-c", command, "sh", *program.command, *ARGUMENTS]
     code = subprocess.run(words, cwd=workspace, capture_output=True, timeout=120).returncode
     assert code == 0
-    assert read_tree(workspace) == {**before, **created("a.xyz")}
+    assert read_tree(workspace) == {**before, **program.as_written(created("a.xyz"))}
 
 
 @pytest.fixture
@@ -184,6 +254,7 @@ def unprivileged(program):
             path.chmod(0o700)
 
 
+@posix
 def test_unreadable_scan(program, unprivileged):
     directory, options = unprivileged
     write_tree(directory, {"scans/secret.xyz": SCAN})
@@ -197,6 +268,7 @@ def test_unreadable_scan(program, unprivileged):
     assert added == created("a.xyz")
 
 
+@posix
 @pytest.mark.parametrize("locked, mode", [("scans", 0o300), (".", 0o500)])
 def test_unreadable_directories(program, unprivileged, locked, mode):
     directory, options = unprivileged
@@ -209,6 +281,7 @@ def test_unreadable_directories(program, unprivileged, locked, mode):
     assert [p.name for p in directory.glob("clipped/**/*")] == []
 
 
+@posix
 def test_unreadable_boundary_file(program, unprivileged):
     directory, options = unprivileged
     (directory / "boundary.xml").chmod(0)

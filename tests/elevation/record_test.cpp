@@ -196,7 +196,7 @@ private:
 
     void mutate(std::string& line) {
         if (!line.empty()) {
-            static const std::string characters("\0\x1A \t;,.eE+-0x9\xFF", 16);
+            static const std::string characters("\0\x1A \t;,.eE+-0x9\xFF", 15);
             line[random_() % line.size()] = characters[random_() % characters.size()];
         }
     }

@@ -29,8 +29,8 @@ TEST(Thinning, positionIsToTheThousandthAndNeverRoundedUpToTheEnd) {
 TEST(Thinning, newsIsATenthAwayOrTheEnd) {
     struct Case {
         std::optional<double> last;
-        double position;
-        bool expected;
+        double position = 0.0;
+        bool expected = false;
     };
     for (const Case& c : {
              Case{std::nullopt, 0, true},

@@ -210,7 +210,7 @@ TEST(DocumentTest, LoadsTheBytesOfAFile) {
     EXPECT_EQ(document.getData(), "1\r\n2\x1A");
 
     ASSERT_TRUE(
-        document.loadFile(directory.write("nul.xml", std::string("<a/>\0</b>", 9)).c_str()));
+        document.loadFile(directory.write("zero.xml", std::string("<a/>\0</b>", 9)).c_str()));
     EXPECT_EQ(document.getDocText(), "<a/>");
     EXPECT_TRUE(document.setDocument(document.getDocText().c_str()));
 }
@@ -221,7 +221,7 @@ TEST(DocumentTest, FailedLoadLeavesAnEmptyDocument) {
     const std::string sparse = directory.write("huge.xml", "<a/>");
     std::filesystem::resize_file(sparse, std::uintmax_t{1} << 31U);
     for (const std::string& path : {missing, directory.path(""), directory.write("empty.xml", ""),
-                                    directory.write("nul.xml", std::string(1, '\0')), sparse,
+                                    directory.write("zero.xml", std::string(1, '\0')), sparse,
                                     directory.write("bad.xml", "<a>"), std::string()}) {
         CMarkupSTL document;
         ASSERT_TRUE(document.setDocument("<old/>"));
@@ -231,7 +231,11 @@ TEST(DocumentTest, FailedLoadLeavesAnEmptyDocument) {
         EXPECT_EQ(document.getElementMarkup() + document.getData() + document.getAttribute(""), "");
     }
     EXPECT_FALSE(CMarkupSTL().loadFile(nullptr));
-#ifndef _WIN32
+#ifdef _WIN32
+    for (const char* device : {"nul", "con", "con.xml", R"(\\.\pipe\none)"}) {
+        EXPECT_FALSE(CMarkupSTL().loadFile(device)) << device << " and does not wait for input";
+    }
+#else
     const std::string pipe = directory.path("pipe.xml");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_FALSE(CMarkupSTL().loadFile(pipe.c_str())) << "and does not wait for a writer";

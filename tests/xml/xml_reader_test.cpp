@@ -150,7 +150,10 @@ std::string shownWhenTyped(const std::string& typed, const Prompt& prompt) {
 
 TEST(XmlReaderTest, PromptsForAPrefix) {
     const XMLReader reader;
-    std::string node = "old", polygon, city, poly;
+    std::string node = "old";
+    std::string polygon;
+    std::string city;
+    std::string poly;
     EXPECT_EQ(shownWhenTyped("  town more\n", [&] { reader.prepNames(node, polygon, city, poly); }),
               "\nenter prefix of _node (and _polygon, and _city) file:\n");
     EXPECT_EQ((Names{node, polygon, city, poly}),

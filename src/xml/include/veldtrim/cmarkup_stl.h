@@ -1,5 +1,7 @@
 #pragma once
 
+#include "veldtrim/xml_export.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -43,7 +45,7 @@ struct ElementPosition {
 ///
 /// Texts of 2 GiB or more are refused. Nothing is printed, and no input raises an exception; only
 /// memory that cannot be had does. For one thread at a time: even queries share state.
-class CMarkupSTL {
+class VELDTRIM_XML_API CMarkupSTL {
 public:
     /// An empty document.
     CMarkupSTL();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "veldtrim/xml_export.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -21,7 +23,7 @@ class CMarkupSTL;
 /// is whatever the extraction left. Every query begins at the top of the document. Nothing is
 /// printed but by `prepNames`, and bad input raises no exception. For one thread at a time: const
 /// queries move the positions of the document too.
-class XMLReader {
+class VELDTRIM_XML_API XMLReader {
 public:
     /// A reader of an empty document.
     XMLReader();
@@ -66,7 +68,7 @@ public:
 
     /// Text of the element at the path from the "<" of its start tag through the ">" of its end
     /// tag, as it stands; empty when the path leads nowhere.
-    std::string getSubDocument(const std::string& path) const;
+    [[nodiscard]] std::string getSubDocument(const std::string& path) const;
 
     /// Asks on standard output for a prefix, reads one word from standard input, and makes of it
     /// the names ending in "_node", "_polygon", "_city.xml" and ".poly". At the end of the input
@@ -87,7 +89,7 @@ public:
 
 protected:
     /// The static `traversePath` on the reader's own document.
-    bool traversePath(const std::string& path) const;
+    [[nodiscard]] bool traversePath(const std::string& path) const;
 
 private:
     std::unique_ptr<CMarkupSTL> document;

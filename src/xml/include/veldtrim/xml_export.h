@@ -1,0 +1,14 @@
+#pragma once
+
+/// VELDTRIM_XML_API marks what the XML library shows to other programs when it is built as a shared
+/// library (a DLL on Windows). The build defines VELDTRIM_XML_SHARED for the library and for
+/// whoever links it, veldtrim_xml_EXPORTS for the library alone. A static library needs no marks.
+#if !defined(VELDTRIM_XML_SHARED)
+#define VELDTRIM_XML_API
+#elif !defined(_WIN32)
+#define VELDTRIM_XML_API __attribute__((visibility("default")))
+#elif defined(veldtrim_xml_EXPORTS)
+#define VELDTRIM_XML_API __declspec(dllexport)
+#else
+#define VELDTRIM_XML_API __declspec(dllimport)
+#endif
