@@ -100,9 +100,9 @@ void checkPoints(BoundaryModel& model) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     BoundaryModel model;
     if (size > 0 && data[0] == '<') {
-        static_cast<void>(read({reinterpret_cast<const char*>(data), size}, model));
+        static_cast<void>(read(std::string(veldtrim::fuzz::textOf(data, size)), model));
     } else {
-        Draw input(data, size);
+        Draw input(veldtrim::fuzz::textOf(data, size));
         const DrawnBoundaries drawn = veldtrim::fuzz::drawBoundaries(input);
         require(read(drawn.text, model), "a file of valid form is read");
         checkModel(model, drawn);

@@ -10,12 +10,16 @@
 
 namespace veldtrim::fuzz {
 
+/// The input as text.
+inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
+    return {reinterpret_cast<const char*>(data), size}; // NOLINT: bytes are characters here
+}
+
 /// An input that is used up reads as zeros: every decision has its simplest outcome, and loops
 /// that ask `more` end.
 class Draw {
 public:
-    Draw(const std::uint8_t* data, std::size_t size)
-        : rest_(reinterpret_cast<const char*>(data), size) {}
+    explicit Draw(std::string_view input) : rest_(input) {}
 
     [[nodiscard]] bool more() const { return !rest_.empty(); }
 

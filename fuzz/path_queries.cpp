@@ -85,7 +85,7 @@ void checkItems(const XMLReader& reader, ReferenceCursor& judge, const std::stri
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Draw input(data, size);
+    Draw input(veldtrim::fuzz::textOf(data, size));
     const std::string_view queries = input.until('\0');
     std::string text(input.rest().substr(0, longestText));
     text.resize(std::min(text.find('\0'), text.size()));
@@ -93,7 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     XMLReader reader;
     ReferenceCursor judge(text);
     require(reader.setString(text) == judge.markup().ok, "setString");
-    Draw paths(reinterpret_cast<const std::uint8_t*>(queries.data()), queries.size());
+    Draw paths(queries);
     int asked = 0;
     do {
         const std::string path(paths.until('\n'));

@@ -53,8 +53,9 @@ bool checkModel(ModelGenerator::Kind kind, unsigned seed, Tally& tally) {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const long long wanted = argc > 1 ? std::atoll(argv[1]) : usualPoints;
-    const auto firstSeed = argc > 2 ? static_cast<unsigned>(std::atoll(argv[2])) : 1'000'000U;
+    const long long wanted = argc > 1 ? std::strtoll(argv[1], nullptr, 10) : usualPoints;
+    const auto firstSeed =
+        argc > 2 ? static_cast<unsigned>(std::strtoul(argv[2], nullptr, 10)) : 1'000'000U;
     const std::vector<ModelGenerator::Kind> kinds = ModelGenerator::allKinds();
     const long long perKind =
         (wanted + static_cast<long long>(kinds.size()) - 1) / static_cast<long long>(kinds.size());

@@ -1,6 +1,7 @@
 // Header, record and number reading: the input is an elevation file. Its lines, their count, the
 // header's verdict and every record are judged by plain definitions, the numbers by the stream's.
 
+#include "draw.h"
 #include "elevation/header.h"
 #include "elevation/line_reader.h"
 #include "elevation/record.h"
@@ -126,7 +127,7 @@ void checkConversion(const std::string& line, Convert convert) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string_view text = veldtrim::fuzz::textOf(data, size);
     const std::string path = veldtrim::fuzz::scratch().write("records.xyz", text);
     const std::vector<std::string_view> lines = rawLines(text);
     checkLines(path, lines);

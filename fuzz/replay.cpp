@@ -22,7 +22,8 @@ void replay(const fs::path& path) {
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     // The name comes first: it is all that is left when the target ends the process.
     std::fprintf(stderr, "%s\n", path.string().c_str());
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    const std::vector<std::uint8_t> input(bytes.begin(), bytes.end());
+    LLVMFuzzerTestOneInput(input.data(), input.size());
 }
 
 std::vector<fs::path> filesAt(const fs::path& path) {

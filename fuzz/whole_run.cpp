@@ -153,7 +153,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string workspace = directory.path("workspace");
     fs::remove_all(workspace);
 
-    Draw input(data, size);
+    Draw input(veldtrim::fuzz::textOf(data, size));
     const std::string boundary =
         directory.write("boundary.xml", veldtrim::fuzz::drawBoundaries(input).text);
     const Files scans = drawScans(input);

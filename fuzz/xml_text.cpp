@@ -1,6 +1,6 @@
 // XML text: the index against the reference parser's and its own invariants, then every navigation
-// and query in an order drawn from the input. The operations come first, one a byte with an
-// operand where it takes one, up to the first NUL; the document is the rest.
+// and query in an order drawn from the input. The document comes first, up to the first NUL; the
+// rest is operations, each a byte and a byte for its operand.
 
 #include "draw.h"
 #include "judge.h"
@@ -136,10 +136,8 @@ void navigate(CMarkupSTL& document, ReferenceCursor& judge, Draw operations) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Draw input(data, size);
-    const std::string_view operations = input.until('\0');
-    std::string text(input.rest().substr(0, longestText));
-    text.resize(std::min(text.find('\0'), text.size()));
+    Draw input(veldtrim::fuzz::textOf(data, size));
+    const std::string text(input.until('\0').substr(0, longestText));
 
     CMarkupSTL document;
     ReferenceCursor judge(text);
@@ -155,7 +153,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkLinks(elements, expected.size(), static_cast<std::int32_t>(text.size()));
     checkMarkup(document, expected.size());
     document.resetPosition();
-    navigate(document, judge,
-             {reinterpret_cast<const std::uint8_t*>(operations.data()), operations.size()});
+    navigate(document, judge, input);
     return 0;
 }

@@ -6,6 +6,7 @@ import pytest
 from harness import CLIPPING, FAILED, FINISHED, START
 from workspace import (
     ARGUMENTS,
+    PAGE,
     assert_inputs_unchanged,
     assert_whole_lines,
     kept,
@@ -13,7 +14,6 @@ from workspace import (
     write_workspace,
 )
 
-PAGE = resource.getpagesize()
 LARGE = scan(30_000)
 SMALL = scan(200)
 

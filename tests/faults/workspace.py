@@ -1,7 +1,10 @@
 """A workspace with scans large enough to be met in the middle, and what a run must leave of it."""
 
+import resource
+
 from harness import CLIPPING, FINISHED, SQUARE_XML, START, write_tree
 
+PAGE = resource.getpagesize()
 HEADER = b"x;y;z\n"
 ARGUMENTS = ["./scans", "clipped", "boundary.xml"]
 COMPLETE = [START, CLIPPING, FINISHED]
@@ -32,6 +35,15 @@ def assert_whole_lines(output, scan):
     """The output is what a run writes, up to the end of some line."""
     assert kept(scan).startswith(output)
     assert output == b"" or output.endswith(b"\n")
+
+
+def is_cut_by_the_system(output):
+    """Whether the output ends within a line at the border of a page.
+
+    A line is one write, but where it crosses from one page of the file into the next, the kernel
+    looks for a SIGKILL in between, and leaves the second part undone.
+    """
+    return output != b"" and not output.endswith(b"\n") and len(output) % PAGE == 0
 
 
 def assert_inputs_unchanged(root, scans):

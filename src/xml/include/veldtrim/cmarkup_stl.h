@@ -134,7 +134,7 @@ private:
                                                 const char* name) const;
     [[nodiscard]] std::string attributeOf(std::int32_t element, const char* name) const;
     [[nodiscard]] std::string_view attributeSource(std::int32_t element, const char* name) const;
-    static std::string decodeText(std::string_view text);
+    static std::string decodeText(std::string_view rest);
 
     std::string docText;
     std::string parseError;
