@@ -48,7 +48,9 @@ std::string shortNumber(double value) {
         return fixed(value, 0);
     }
     std::size_t unit = 0;
-    for (value /= 1000.0; value >= 999.5 && unit + 1 < units.size(); value /= 1000.0) {
+    value /= 1000.0;
+    while (value >= 999.5 && unit + 1 < units.size()) {
+        value /= 1000.0;
         ++unit;
     }
     value = std::min(value, 999.0);

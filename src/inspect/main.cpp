@@ -42,10 +42,7 @@ std::string checkPictureName(const std::string& name) {
                                                             : "must end in .png or .svg: " + name;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    veldtrim::setUpProcess();
+int run(int argc, char** argv) {
     CLI::App app("Tells what a run of Veldtrim would keep and drop, and why. Changes nothing.",
                  "veldtrim-inspect");
     Arguments arguments;
@@ -58,19 +55,27 @@ int main(int argc, char** argv) {
         ->check(CLI::Validator(checkPictureName, "FILE.png|FILE.svg"));
     app.add_flag("--json", arguments.asJson, "prints JSON instead of text");
     app.set_version_flag("--version", VELDTRIM_VERSION);
-    app.footer(
-        "Exit code: 0 when a run would keep something, 1 when it would fail or keep nothing, "
-        "2 for a wrong command line.");
+    app.footer("Exit code: 0 when a run would keep something, 1 when it would fail or keep "
+               "nothing, 2 for a wrong command line.");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : wrongCommandLine;
     }
+    MessageSender::Instance(false);
+    return inspect(arguments);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    veldtrim::setUpProcess();
     try {
-        MessageSender::Instance(false);
-        return inspect(arguments);
+        return run(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "error: " << error.what() << std::endl;
-        return keepsNothing;
+    } catch (...) {
+        std::cerr << "error: unknown failure" << std::endl;
     }
+    return keepsNothing;
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
@@ -225,7 +226,7 @@ private:
             const std::int64_t line = Density::side - 1 - row;
             const std::uint32_t pixel = pixelOf(cell, most);
             unsigned char* const at = pixels + line * stride + column * 4;
-            std::copy_n(reinterpret_cast<const unsigned char*>(&pixel), sizeof pixel, at);
+            std::memcpy(at, &pixel, sizeof pixel);
         });
         cairo_surface_mark_dirty(image.get());
         const double size = density.cellSize() * view_.scale;
