@@ -145,17 +145,14 @@ private:
         cairo_set_source_rgba(context_, colour.red, colour.green, colour.blue, alpha);
     }
 
-    /// Each by itself: where two overlap, their points are kept all the same.
+    /// Each by itself: where two overlap, their points are kept all the same, and it is darker.
     void fillPolygons(const View& view) {
-        cairo_push_group(context_);
         cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
-        colour(outlineColour, 1.0);
+        colour(outlineColour, fillAlpha);
         for (const BoundaryPolygon& polygon : inspection_.model.polygons()) {
             tracePolygon(polygon, view);
             cairo_fill(context_);
         }
-        cairo_pop_group_to_source(context_);
-        cairo_paint_with_alpha(context_, fillAlpha);
     }
 
     void outlinePolygons(const View& view) {
