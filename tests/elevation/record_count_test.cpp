@@ -12,10 +12,10 @@ namespace {
 TEST(RecordCount, IsTheLineFeedsLessOne) {
     const test::TemporaryDirectory directory;
     EXPECT_EQ(countRecords(directory.path("missing")), -1);
-    // More than a block, with runs of line feeds longer than any counter of a few bits.
+    // More than a block, with more line feeds in a row than any counter of one byte can hold.
     std::string large;
-    for (int i = 0; i < 3000; ++i) {
-        large += std::string(static_cast<std::size_t>(i), i % 3 == 0 ? 'a' : '\n');
+    for (const std::size_t run : {1, 63, 64, 1000, 40'000, 300'000}) {
+        large += std::string(run, '\n') + std::string(run, 'a');
     }
     EXPECT_EQ(countRecords(directory.write("file", large)),
               std::count(large.begin(), large.end(), '\n') - 1);
