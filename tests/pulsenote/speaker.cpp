@@ -2,9 +2,7 @@
 #include "pulsenote.h"
 
 #include <cstdlib>
-#include <exception>
 #include <fstream>
-#include <iostream>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -69,11 +67,9 @@ void perform(const std::string& argument) {
     } else if (name == "late") {
         lastWords.text = value;
     } else if (name == "A" || name == "B") { // A=start,end,steps begins this stretch
-        const std::size_t comma = value.find(',');
-        const std::size_t secondComma = value.find(',', comma + 1);
-        stretches[name] =
-            std::make_unique<ProgressMessage>(std::stod(value), std::stod(value.substr(comma + 1)),
-                                              std::stoi(value.substr(secondComma + 1)));
+        const std::string end = value.substr(value.find(',') + 1);
+        stretches[name] = std::make_unique<ProgressMessage>(
+            std::stod(value), std::stod(end), std::stoi(end.substr(end.find(',') + 1)));
     } else if (name == "a" || name == "b") { // a=step or a=first..last reports steps of A
         performSteps(*stretches.at(name == "a" ? "A" : "B"), value);
     } else {
@@ -84,13 +80,7 @@ void perform(const std::string& argument) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        for (int i = 1; i < argc; ++i) {
-            perform(argv[i]);
-        }
-        return 0;
-    } catch (const std::exception& error) {
-        std::cout << "cannot perform: " << error.what() << std::endl;
-        return 99;
+    for (int i = 1; i < argc; ++i) {
+        perform(argv[i]);
     }
 }

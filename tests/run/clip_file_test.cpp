@@ -1,3 +1,4 @@
+#include "boundary/model_builder.h"
 #include "run/clip_file.h"
 #include "support/temporary_directory.h"
 
@@ -13,15 +14,6 @@ namespace {
 // Whole runs show what is kept and written; here is what a whole run cannot bring about.
 class ClipFile : public testing::Test {
 protected:
-    ClipFile() {
-        BoundaryPolygon polygon;
-        for (const BoundaryVertex vertex : {BoundaryVertex{0, 0}, {10, 0}, {10, 10}, {0, 10}}) {
-            polygon.vertexIndices.push_back(model_.addVertex(vertex));
-        }
-        polygon.computeBounds(model_.vertices());
-        model_.addPolygon(polygon);
-    }
-
     std::int32_t clip(const std::string& input, std::int32_t records) {
         pulsenote_recorder::clear();
         return clipFile(model_, directory_.write("in.txt", input), output_, records, 0, 1);
@@ -35,7 +27,7 @@ protected:
 
     test::TemporaryDirectory directory_;
     std::string output_ = directory_.path("out.txt");
-    BoundaryModel model_;
+    BoundaryModel model_ = test::modelOf({{{0, 0}, {10, 0}, {10, 10}, {0, 10}}});
 };
 
 TEST_F(ClipFile, ReadsAsManyRecordsAsItIsTold) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cmath>
 #include <cstdio>
 #include <locale>
 #include <random>
@@ -49,19 +48,14 @@ TEST(NumberTextTest, TextsConvertAsAStreamReadsThem) {
         expectStreamOutcomes(text);
     }
     std::mt19937_64 random(5);
-    const std::string characters = "001234567899....eE+- \t,;x";
+    const std::string characters = "001234567899....eE+- ,;x";
     for (int round = 0; round < 100000 && !HasFatalFailure(); ++round) {
         std::string text;
-        for (std::uint64_t n = random() % 12; n > 0; --n) {
+        for (std::uint64_t n = random() % 24; n > 0; --n) {
             text += characters[random() % characters.size()];
         }
         expectStreamOutcomes(text);
-        char number[80];
-        const int digits = static_cast<int>(random() % 20);
-        const double value = static_cast<double>(static_cast<std::int64_t>(random())) /
-                             std::pow(10.0, static_cast<double>(random() % 20));
-        std::snprintf(number, sizeof number, round % 2 == 0 ? " %.*f;" : "%.*e", digits, value);
-        expectStreamOutcomes(number);
+        char number[32];
         std::snprintf(number, sizeof number, "%.17g", std::bit_cast<double>(random()));
         expectStreamOutcomes(number);
     }
