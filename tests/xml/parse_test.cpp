@@ -42,12 +42,10 @@ TEST(ParseTest, SaysWhyATextIsRefused) {
         EXPECT_EQ(document.getElements()[0].firstChild, 0) << text;
         EXPECT_FALSE(document.findChildElement(nullptr)) << text;
     }
-    const std::string longName(100000, 'n');
     CMarkupSTL document;
-    EXPECT_FALSE(document.setDocument(("<" + longName + "></x>").c_str()));
-    EXPECT_FALSE(document.setDocument(nullptr));
+    EXPECT_FALSE(document.setDocument("<a>") || document.setDocument(nullptr));
     EXPECT_TRUE(document.setDocument("<a/>"));
-    EXPECT_EQ(document.getParseError(), "End tag does not correspond to " + longName) << "the last";
+    EXPECT_EQ(document.getParseError(), "Element tag not found") << "the last";
 }
 
 TEST(ParseTest, AcceptsWhatTheRulesLetPass) {
