@@ -2,6 +2,7 @@
 #include "pulsenote.h"
 
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <map>
 #include <memory>
@@ -80,7 +81,12 @@ void perform(const std::string& argument) {
 } // namespace
 
 int main(int argc, char** argv) {
-    for (int i = 1; i < argc; ++i) {
-        perform(argv[i]);
+    try {
+        for (int i = 1; i < argc; ++i) {
+            perform(argv[i]);
+        }
+        return 0;
+    } catch (const std::exception&) {
+        return 99;
     }
 }
