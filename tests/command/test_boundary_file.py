@@ -2,14 +2,7 @@
 
 import pytest
 from harness import (
-    BOUNDARY_READ,
-    CLIPPING,
-    FAILED,
-    FINISHED,
-    SQUARE_TRACE,
-    SQUARE_XML,
-    START,
-    write_tree,
+    BOUNDARY_READ, CLIPPING, FAILED, FINISHED, SQUARE_TRACE, SQUARE_XML, START, write_tree
 )
 
 SCAN = "x;y;z\n5;5;1\n"

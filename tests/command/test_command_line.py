@@ -2,14 +2,7 @@
 
 import pytest
 from harness import (
-    CLIPPING,
-    FAILED,
-    FINISHED,
-    SQUARE_TRACE,
-    SQUARE_XML,
-    START,
-    reported,
-    write_tree,
+    CLIPPING, FAILED, FINISHED, SQUARE_TRACE, SQUARE_XML, START, reported, write_tree
 )
 
 USAGE = "Usage: Veldtrim <input directory path> <output directory name> <boundary file path>"

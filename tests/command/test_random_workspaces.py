@@ -9,13 +9,7 @@ from fractions import Fraction
 
 import pytest
 from harness import (
-    BOUNDARY_READ,
-    CLIPPING,
-    FINISHED,
-    START,
-    boundary_trace,
-    boundary_xml,
-    write_tree,
+    BOUNDARY_READ, CLIPPING, FINISHED, START, boundary_trace, boundary_xml, write_tree
 )
 from model import verdicts
 

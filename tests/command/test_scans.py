@@ -1,24 +1,12 @@
 """Header and record forms through whole files. The square kept is [4, 6] x [4, 6]."""
 
+from itertools import chain, zip_longest
+
 import pytest
 from harness import (
-    BOUNDARY_READ,
-    CLIPPING,
-    FINISHED,
-    FIRST_CHARACTER,
-    NO_HEADER,
-    SQUARE,
-    SQUARE_TRACE,
-    SQUARE_XML,
-    START,
-    XYZ_FORMS,
-    boundary_trace,
-    boundary_xml,
-    skipped,
-    write_tree,
+    BOUNDARY_READ, CLIPPING, FINISHED, FIRST_CHARACTER, NO_HEADER, SQUARE, SQUARE_TRACE,
+    SQUARE_XML, START, XYZ_FORMS, boundary_trace, boundary_xml, skipped, write_tree
 )
-
-ARGUMENTS = ["./scans", "clipped", "boundary.xml"]
 
 # header, and a record in it that is kept
 ACCEPTED = [
@@ -50,71 +38,58 @@ def as_bytes(text):
     return text if isinstance(text, bytes) else text.encode()
 
 
+def assert_clips(program, directory, messages, clipped, stdout=SQUARE_TRACE):
+    return program.check(
+        directory,
+        ["./scans", "clipped", "boundary.xml"],
+        code=0,
+        stdout=stdout,
+        messages=[START, *messages, FINISHED],
+        created={"clipped": None, **{f"clipped/{name}": clipped[name] for name in clipped}},
+    )
+
+
 def test_header_forms(program, tmp_path):
-    tree, created, messages = {"boundary.xml": SQUARE_XML}, {"clipped": None}, []
+    tree, clipped, messages = {"boundary.xml": SQUARE_XML}, {}, []
     for number, (header, record) in enumerate(ACCEPTED):
-        name, content = f"accepted{number}.xyz", as_bytes(header) + b"\n" + as_bytes(record) + b"\n"
-        tree[f"scans/{name}"] = content + b"0;0;outside\n"
-        created[f"clipped/{name}"] = content
+        content = as_bytes(header) + b"\n" + as_bytes(record) + b"\n"
+        tree[f"scans/accepted{number}.xyz"] = content + b"0;0;outside\n"
+        clipped[f"accepted{number}.xyz"] = content
         messages.append(CLIPPING)
     rejected = [(header, error) for error, headers in REJECTED.items() for header in headers]
     for number, (header, error) in enumerate(rejected):
         tree[f"scans/rejected{number}.txt"] = as_bytes(header) + b"\n5;5;1\n"
         messages.insert(0, skipped(f"./scans/rejected{number}.txt", error))
-    created["clipped/total_node_count.txt"] = f"{len(ACCEPTED)}\n"
     write_tree(tmp_path, tree)
-    program.check(
-        tmp_path,
-        ARGUMENTS,
-        code=0,
-        stdout=SQUARE_TRACE,
-        messages=[START, *messages, FINISHED],
-        created=created,
-    )
+    clipped["total_node_count.txt"] = f"{len(ACCEPTED)}\n"
+    assert_clips(program, tmp_path, messages, clipped)
 
 
 @pytest.mark.parametrize("end", [b"\n", b"\r\n"], ids=["LF", "CR LF"])
 def test_record_forms(program, tmp_path, end):
     """Kept and dropped records alternate, so that a line lost or read twice shows."""
     kept, dropped = list(map(as_bytes, KEPT)), list(map(as_bytes, DROPPED))
-    pairs = zip(kept, dropped + [b""] * (len(kept) - len(dropped)))
-    lines = [b"x;y;z", *(line for pair in pairs for line in pair)]
+    pairs = zip_longest(kept, dropped, fillvalue=b"")
+    scan = b"".join(line + end for line in [b"x;y;z", *chain.from_iterable(pairs)])
     boundary = boundary_xml(SQUARE, [(-1, -1), (-1, 1), (1, 1), (1, -1)])
-    scan = b"".join(line + end for line in lines)
     write_tree(tmp_path, {"boundary.xml": boundary, "scans/a.xyz": scan})
-    program.check(
-        tmp_path,
-        ARGUMENTS,
-        code=0,
-        stdout=boundary_trace(4, 4) + BOUNDARY_READ,
-        messages=[START, CLIPPING, FINISHED],
-        created={
-            "clipped": None,
-            "clipped/a.xyz": b"".join(line + b"\n" for line in [b"x;y;z", *kept]),
-            "clipped/total_node_count.txt": f"{len(kept)}\n",
-        },
-    )
+    clipped = {"a.xyz": b"\n".join([b"x;y;z", *kept, b""])}
+    clipped["total_node_count.txt"] = f"{len(kept)}\n"
+    assert_clips(program, tmp_path, [CLIPPING], clipped, boundary_trace(4, 4) + BOUNDARY_READ)
 
 
-@pytest.mark.parametrize(
-    "scans, kept, total",
-    [
-        ({"a.xyz": "x;y;z", "b.txt": "x;y;z\n5;5;1\n"}, {"b.txt": "x;y;z\n5;5;1\n"}, 1),
-        ({"total_node_count.txt": "x;y;z\n5;5;1\n5;5;2\n"}, {}, 2),
-    ],
-    ids=["counts that cancel", "name of the total"],
-)
-def test_counts_at_the_edge(program, tmp_path, scans, kept, total):
-    """No finite scale for the progress; and the total takes its file from a scan of that name."""
+def test_counts_that_cancel(program, tmp_path):
+    """A scan without a line feed counts as -1 record: no finite scale for the progress."""
+    kept = {"b.txt": "x;y;z\n5;5;1\n"}
     write_tree(tmp_path, {"boundary.xml": SQUARE_XML})
-    write_tree(tmp_path / "scans", scans)
-    clipped = {**kept, "total_node_count.txt": f"{total}\n"}
-    run = program.check(
-        tmp_path,
-        ARGUMENTS,
-        code=0,
-        stdout=SQUARE_TRACE,
-        messages=[START, *[CLIPPING] * len(scans), FINISHED],
-        created={"clipped": None, **{f"clipped/{name}": clipped[name] for name in clipped}},
-    )
+    write_tree(tmp_path / "scans", {"a.xyz": "x;y;z", **kept})
+    clipped = {**kept, "total_node_count.txt": "1\n"}
+    run = assert_clips(program, tmp_path, [CLIPPING, CLIPPING], clipped)
     assert run.positions[-1:] == [100]
+
+
+def test_scan_with_the_name_of_the_total(program, tmp_path):
+    """The total takes its file."""
+    scan = "x;y;z\n5;5;1\n5;5;2\n"
+    write_tree(tmp_path, {"boundary.xml": SQUARE_XML, "scans/total_node_count.txt": scan})
+    assert_clips(program, tmp_path, [CLIPPING], {"total_node_count.txt": "2\n"})
