@@ -3,6 +3,7 @@
 #include "standard_error.h"
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <exception>
 #include <new>
@@ -38,6 +39,10 @@ void Outlet::sendText(MessageKind kind, int code, const std::string& text, bool 
     }
 }
 
+void Outlet::beginStretch(double start, double end, int steps) noexcept {
+    terminalProgress_.beginStretch(start, end, steps, std::chrono::steady_clock::now());
+}
+
 void Outlet::sendProgress(double position, bool flag) noexcept {
     if (state_ != State::FormUnknown) {
         deliver(position, flag);
@@ -55,7 +60,7 @@ void Outlet::finish() noexcept {
         return;
     }
     try {
-        writeToStandardError(terminalProgress_.erase());
+        writeToStandardError(terminalProgress_.erase(standardErrorWidth()));
     } catch (const std::exception&) { // As above.
     }
 }
@@ -68,7 +73,13 @@ void Outlet::deliver(MessageKind kind, int code, const std::string& text, bool f
         if (state_ == State::ForHost) {
             writeToStandardError(hostLine(kind, code, text, flag));
         } else {
-            writeToStandardError(terminalProgress_.erase() + personLine(kind, text));
+            const bool goesOn = kind == MessageKind::State || kind == MessageKind::Error;
+            const std::size_t width = showsProgress_ ? standardErrorWidth() : UsualTerminalWidth;
+            std::string lines = terminalProgress_.erase(width) + personLine(kind, text);
+            if (goesOn) {
+                lines += terminalProgress_.restore(width);
+            }
+            writeToStandardError(lines);
         }
     } catch (const std::exception&) { // As above.
     }
@@ -82,7 +93,8 @@ void Outlet::deliver(double position, bool flag) noexcept {
         if (state_ == State::ForHost) {
             writeToStandardError(hostProgressLine(position, flag));
         } else if (showsProgress_) {
-            writeToStandardError(terminalProgress_.draw(position));
+            writeToStandardError(terminalProgress_.draw(position, std::chrono::steady_clock::now(),
+                                                        standardErrorWidth()));
         }
     } catch (const std::exception&) { // As above.
     }

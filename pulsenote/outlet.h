@@ -28,6 +28,9 @@ public:
     /// messages only.
     void sendText(MessageKind kind, int code, const std::string& text, bool flag) noexcept;
 
+    /// A stretch of progress begins, as ProgressMessage has it.
+    void beginStretch(double start, double end, int steps) noexcept;
+
     /// Delivers a position, or keeps it until the form is known. A person sees it on a terminal
     /// only. Thinning is the caller's.
     void sendProgress(double position, bool flag) noexcept;

@@ -63,7 +63,9 @@ void ProgressMessage::Stretch::reach(int step, bool flag) {
 
 // Without memory the stretch is silent: a run does not end for want of its progress.
 ProgressMessage::ProgressMessage(double start, double end, int steps)
-    : stretch_(new (std::nothrow) Stretch(start, end, steps)) {}
+    : stretch_(new (std::nothrow) Stretch(start, end, steps)) {
+    outlet().beginStretch(start, end, steps);
+}
 
 ProgressMessage::~ProgressMessage() = default;
 

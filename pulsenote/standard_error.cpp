@@ -5,7 +5,6 @@
 #ifdef _WIN32
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <io.h>
@@ -34,6 +33,15 @@ bool standardErrorIsTerminal() noexcept {
     return GetConsoleMode(standardErrorHandle(), &mode) != 0;
 }
 
+std::size_t standardErrorWidth() noexcept {
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    if (GetConsoleScreenBufferInfo(standardErrorHandle(), &info) == 0 ||
+        info.srWindow.Right < info.srWindow.Left) {
+        return UsualTerminalWidth;
+    }
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left) + 1;
+}
+
 void writeToStandardError(std::string_view text) noexcept {
     // Text mode: the line ends are the platform's.
     constexpr std::size_t LargestWrite = 1U << 30U;
@@ -52,9 +60,9 @@ void writeToStandardError(std::string_view text) noexcept {
 #else
 
 #include <csignal>
-#include <cstddef>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace veldtrim::pulsenote {
@@ -125,6 +133,14 @@ bool standardErrorIsOpen() noexcept {
 
 bool standardErrorIsTerminal() noexcept {
     return isatty(STDERR_FILENO) == 1;
+}
+
+std::size_t standardErrorWidth() noexcept {
+    winsize size{};
+    if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) {
+        return UsualTerminalWidth;
+    }
+    return size.ws_col;
 }
 
 void writeToStandardError(std::string_view text) noexcept {

@@ -1,6 +1,7 @@
 /// Standard error as the operating system sees it: the only place that calls on the platform.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace veldtrim::pulsenote {
@@ -11,6 +12,12 @@ bool standardErrorIsOpen() noexcept;
 
 /// Whether standard error is a terminal.
 bool standardErrorIsTerminal() noexcept;
+
+/// Columns of a terminal that does not say how many it has.
+inline constexpr std::size_t UsualTerminalWidth = 80;
+
+/// Columns of the terminal that standard error is, at this moment.
+std::size_t standardErrorWidth() noexcept;
 
 /// Writes `text` to standard error in one write, going on where only a part was taken.
 ///

@@ -1,7 +1,5 @@
 #include "boundary/boundary_model.h"
 
-#include "boundary/point_location.h"
-
 namespace veldtrim {
 
 void BoundaryModel::clearVertices() {
@@ -28,22 +26,22 @@ void BoundaryModel::addPolygon(const BoundaryPolygon& polygon) {
     dropIndex();
 }
 
-bool BoundaryModel::isInBoundary(const ElevationPoint& point) {
+PointLocation BoundaryModel::locate(const ElevationPoint& point) {
     if (index_) {
-        return index_->contains(polygons_, vertices_, point);
+        return index_->locate(polygons_, vertices_, point);
     }
     return walkPolygons(point);
 }
 
-bool BoundaryModel::walkPolygons(const ElevationPoint& point) {
+PointLocation BoundaryModel::walkPolygons(const ElevationPoint& point) {
     std::size_t steps = 0;
-    bool found = false;
+    PointLocation found = PointLocation::Outside;
     for (BoundaryPolygon& polygon : polygons_) {
         ++steps;
         if (boundsContain(polygon, point)) {
             steps += polygon.vertexIndices.size();
-            if (locatePoint(polygon, vertices_, point) != PointLocation::Outside) {
-                found = true;
+            found = locatePoint(polygon, vertices_, point);
+            if (found != PointLocation::Outside) {
                 break;
             }
         }

@@ -3,6 +3,7 @@
 
 #include "boundary/boundary_polygon.h"
 #include "boundary/point_index.h"
+#include "boundary/point_location.h"
 #include "elevation/elevation_point.h"
 
 #include <cstddef>
@@ -37,11 +38,16 @@ public:
     ///
     /// Not a read-only query: data derived from the polygons is built when it is first needed. The
     /// time of a query then hardly depends on how many vertices and polygons there are.
-    bool isInBoundary(const ElevationPoint& point);
+    bool isInBoundary(const ElevationPoint& point) {
+        return locate(point) != PointLocation::Outside;
+    }
+
+    /// Where the point lies with respect to a polygon that holds it, or `Outside`. As isInBoundary.
+    PointLocation locate(const ElevationPoint& point);
 
 private:
-    /// isInBoundary by its definition: polygon after polygon.
-    bool walkPolygons(const ElevationPoint& point);
+    /// locate by its definition: polygon after polygon.
+    PointLocation walkPolygons(const ElevationPoint& point);
 
     /// Drops what was derived from the polygons before they changed.
     void dropIndex();

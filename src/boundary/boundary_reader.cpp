@@ -1,5 +1,6 @@
 #include "boundary/boundary_reader.h"
 
+#include "boundary/attribute_numbers.h"
 #include "status/console.h"
 
 #include <pulsenote.h>
@@ -17,7 +18,8 @@ constexpr int readerErrorCode = 1;
 /// One read of a boundary file, from its loaded document into the model.
 class Reader {
 public:
-    Reader(CMarkupSTL& document, BoundaryModel& model) : document_(document), model_(model) {}
+    Reader(CMarkupSTL& document, BoundaryModel& model)
+        : document_(document), model_(model), reals_(document), integers_(document) {}
 
     /// Reads every group below the main position, the element TavelDGM.
     bool readGroups() {
@@ -43,7 +45,7 @@ private:
     bool readPolygons() {
         while (document_.findChildElement("polygon")) {
             int id = 0;
-            if (!XMLReader::stringToInt(document_.getChildAttribute("id"), id)) {
+            if (!integers_.read("id", id)) {
                 ErrorMessage(readerErrorCode,
                              "Cannot find the id of a polygon in a group of type ");
                 return false;
@@ -67,9 +69,8 @@ private:
         while (document_.findChildElement("point")) {
             BoundaryVertex vertex;
             int segmentType = 0; // must be there and a number; nothing uses its value
-            if (!XMLReader::stringToDouble(document_.getChildAttribute("x"), vertex.x) ||
-                !XMLReader::stringToDouble(document_.getChildAttribute("y"), vertex.y) ||
-                !XMLReader::stringToInt(document_.getChildAttribute("segmenttype"), segmentType)) {
+            if (!reals_.read("x", vertex.x) || !reals_.read("y", vertex.y) ||
+                !integers_.read("segmenttype", segmentType)) {
                 const std::string text = "cannot read point " +
                                          std::to_string(polygon.vertexIndices.size()) +
                                          " in polygon " + std::to_string(id);
@@ -84,6 +85,8 @@ private:
 
     CMarkupSTL& document_;
     BoundaryModel& model_;
+    AttributeNumbers<double> reals_;
+    AttributeNumbers<int> integers_;
 };
 
 } // namespace

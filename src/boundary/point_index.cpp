@@ -3,7 +3,7 @@
 #include "boundary/edge_crossing.h"
 #include "boundary/point_index_builder.h"
 #include "boundary/point_index_cells.h"
-#include "boundary/point_location.h"
+#include "boundary/ring.h"
 
 namespace veldtrim {
 
@@ -12,33 +12,35 @@ PointIndex::PointIndex(const std::vector<BoundaryPolygon>& polygons,
     PointIndexBuilder(*this, polygons, vertices).build();
 }
 
-bool PointIndex::contains(std::vector<BoundaryPolygon>& polygons,
-                          const std::vector<BoundaryVertex>& vertices,
-                          const ElevationPoint& point) const {
+PointLocation PointIndex::locate(std::vector<BoundaryPolygon>& polygons,
+                                 const std::vector<BoundaryVertex>& vertices,
+                                 const ElevationPoint& point) const {
     const cells::Cell cell = cellAt(point);
+    PointLocation location = PointLocation::Outside;
     switch (cell & cells::kindMask) {
     case cells::inside:
-        return true;
+        return PointLocation::Inside;
     case cells::run:
-        if (runContains(cell, point)) {
-            return true;
-        }
+        location = locateInRun(cell, point);
         break;
     case cells::leaf:
-        if (leafContains(&leaves_[cell >> cells::kindBits], polygons, vertices, point)) {
-            return true;
-        }
+        location = locateInLeaf(&leaves_[cell >> cells::kindBits], polygons, vertices, point);
         break;
     default:
         break;
     }
+    if (location != PointLocation::Outside) {
+        return location;
+    }
     for (const std::uint32_t number : unindexed_) {
-        if (boundsContain(polygons[number], point) &&
-            locatePoint(polygons[number], vertices, point) != PointLocation::Outside) {
-            return true;
+        if (boundsContain(polygons[number], point)) {
+            location = locatePoint(polygons[number], vertices, point);
+            if (location != PointLocation::Outside) {
+                return location;
+            }
         }
     }
-    return false;
+    return PointLocation::Outside;
 }
 
 cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
@@ -76,32 +78,44 @@ bool addEdge(cells::Word& odd, cells::Word countingEnds, const BoundaryVertex* e
     return effect != EdgeEffect::Boundary;
 }
 
+/// Whether a segment or a flat polygon holds the point. A flat polygon, however many vertices it
+/// has, holds all points of its height that pass the pretest, and no others.
+bool wholeContains(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
+                   const ElevationPoint& point) {
+    if (!boundsContain(polygon, point)) {
+        return false;
+    }
+    if (Ring(polygon, vertices).size() > 2) {
+        return point.y == polygon.bounds.yMin;
+    }
+    return locatePoint(polygon, vertices, point) != PointLocation::Outside;
+}
+
 } // namespace
 
-bool PointIndex::runContains(cells::Cell run, const ElevationPoint& point) const {
+PointLocation PointIndex::locateInRun(cells::Cell run, const ElevationPoint& point) const {
     auto odd = static_cast<cells::Word>(run >> cells::runOddShift);
     auto countingEnds = static_cast<cells::Word>(run >> cells::runEndsShift);
     const BoundaryVertex* ends = &ringVertices_[run >> cells::runEdgeShift];
     for (auto size = run >> cells::runSizeShift & cells::runSizeMask; size > 0; --size) {
         if (!addEdge(odd, countingEnds & cells::endsMask, ends, point)) {
-            return true;
+            return PointLocation::OnBoundary;
         }
         countingEnds >>= cells::edgeBits;
         ++ends;
     }
-    return (odd & 1U) != 0;
+    return (odd & 1U) != 0 ? PointLocation::Inside : PointLocation::Outside;
 }
 
-bool PointIndex::leafContains(const cells::Word* word, std::vector<BoundaryPolygon>& polygons,
-                              const std::vector<BoundaryVertex>& vertices,
-                              const ElevationPoint& point) const {
+PointLocation PointIndex::locateInLeaf(const cells::Word* word,
+                                       std::vector<BoundaryPolygon>& polygons,
+                                       const std::vector<BoundaryVertex>& vertices,
+                                       const ElevationPoint& point) const {
     for (cells::Word groups = *word++; groups > 0; --groups) {
         const cells::Word head = *word++;
         if ((head & cells::groupWhole) != 0) {
-            BoundaryPolygon& polygon = polygons[*word++];
-            if (boundsContain(polygon, point) &&
-                locatePoint(polygon, vertices, point) != PointLocation::Outside) {
-                return true;
+            if (wholeContains(polygons[*word++], vertices, point)) {
+                return PointLocation::OnBoundary;
             }
             continue;
         }
@@ -110,7 +124,7 @@ bool PointIndex::leafContains(const cells::Word* word, std::vector<BoundaryPolyg
             const cells::Word size = *word++;
             const EdgeEffect effect = queueEffect(word, size, point);
             if (effect == EdgeEffect::Boundary) {
-                return true;
+                return PointLocation::OnBoundary;
             }
             odd ^= static_cast<cells::Word>(effect);
             word += size;
@@ -119,14 +133,14 @@ bool PointIndex::leafContains(const cells::Word* word, std::vector<BoundaryPolyg
             const cells::Word edge = *word++;
             if (!addEdge(odd, edge & cells::endsMask, &ringVertices_[edge >> cells::edgeBits],
                          point)) {
-                return true;
+                return PointLocation::OnBoundary;
             }
         }
         if ((odd & 1U) != 0) {
-            return true;
+            return PointLocation::Inside;
         }
     }
-    return false;
+    return PointLocation::Outside;
 }
 
 EdgeEffect PointIndex::queueEffect(const cells::Word* edges, std::size_t size,

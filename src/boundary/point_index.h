@@ -4,6 +4,7 @@
 #include "boundary/boundary_polygon.h"
 #include "boundary/edge_crossing.h"
 #include "boundary/point_index_cells.h"
+#include "boundary/point_location.h"
 #include "elevation/elevation_point.h"
 
 #include <cstddef>
@@ -38,10 +39,12 @@ public:
     PointIndex(const std::vector<BoundaryPolygon>& polygons,
                const std::vector<BoundaryVertex>& vertices);
 
-    /// Whether one of the polygons holds the point, inside or on its boundary. `polygons` and
-    /// `vertices` must be those that the index was built from; locatePoint may fill `segments`.
-    bool contains(std::vector<BoundaryPolygon>& polygons,
-                  const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) const;
+    /// Where the point lies with respect to one of the polygons that hold it, or `Outside`.
+    /// `polygons` and `vertices` must be those that the index was built from; locatePoint may fill
+    /// `segments`.
+    PointLocation locate(std::vector<BoundaryPolygon>& polygons,
+                         const std::vector<BoundaryVertex>& vertices,
+                         const ElevationPoint& point) const;
 
     /// Bytes that the index holds.
     [[nodiscard]] std::size_t byteSize() const;
@@ -51,10 +54,10 @@ private:
 
     /// The undivided cell that holds the point.
     [[nodiscard]] cells::Cell cellAt(const ElevationPoint& point) const;
-    [[nodiscard]] bool runContains(cells::Cell run, const ElevationPoint& point) const;
-    bool leafContains(const cells::Word* word, std::vector<BoundaryPolygon>& polygons,
-                      const std::vector<BoundaryVertex>& vertices,
-                      const ElevationPoint& point) const;
+    [[nodiscard]] PointLocation locateInRun(cells::Cell run, const ElevationPoint& point) const;
+    PointLocation locateInLeaf(const cells::Word* word, std::vector<BoundaryPolygon>& polygons,
+                               const std::vector<BoundaryVertex>& vertices,
+                               const ElevationPoint& point) const;
 
     /// The effect of a leaf's queue of edges on the point: Boundary, or whether it toggles.
     EdgeEffect queueEffect(const cells::Word* edges, std::size_t size,

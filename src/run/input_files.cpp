@@ -35,7 +35,8 @@ std::string readHeaderLine(const std::string& path) {
     }
 }
 
-/// Why the file at `path`, whose name has an accepted ending, is no input file; empty when it is.
+} // namespace
+
 std::string reasonToSkip(const std::string& path) {
     // A pipe or a device could keep the run waiting, or never end.
     boost::system::error_code noStatus;
@@ -60,8 +61,6 @@ std::string reasonToSkip(const std::string& path) {
     return errorText;
 }
 
-} // namespace
-
 bool hasInputExtension(std::string path) {
     const std::string_view view = path;
     return view.ends_with(".txt") || view.ends_with(".xyz") || view.ends_with(".node");
@@ -80,17 +79,22 @@ bool isInputFile(std::string path) {
     return false;
 }
 
+void visitFiles(const std::string& directory,
+                const std::function<void(const std::string& path)>& visit) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+        if (!fs::is_directory(entry.status())) {
+            visit(entry.path().string());
+        }
+    }
+}
+
 std::vector<InputFile> findInputFiles(const std::string& directory) {
     std::vector<InputFile> files;
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
-        if (fs::is_directory(entry.status())) {
-            continue;
-        }
-        const std::string path = entry.path().string();
+    visitFiles(directory, [&](const std::string& path) {
         if (isInputFile(path)) {
             files.push_back({path, countRecords(path)});
         }
-    }
+    });
     return files;
 }
 

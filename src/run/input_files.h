@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,15 @@ bool hasInputExtension(std::string path);
 /// A file with an accepted ending that is left out is reported as a StateMessage with the reason;
 /// one that cannot be read counts as one with an empty header line.
 bool isInputFile(std::string path);
+
+/// Why the file at `path`, whose name has an accepted ending, is no input file; empty when it is.
+std::string reasonToSkip(const std::string& path);
+
+/// Calls `visit` with the path of everything in a directory but its subdirectories, in the order in
+/// which the system lists them. Links are followed. Throws boost::filesystem::filesystem_error when
+/// listing fails.
+void visitFiles(const std::string& directory,
+                const std::function<void(const std::string& path)>& visit);
 
 /// A file that takes part in a run.
 struct InputFile {

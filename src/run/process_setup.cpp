@@ -50,6 +50,7 @@ void setUpProcess() {
 
 void setUpProcess() {
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     // The lowest free descriptor is handed out first: this fills any gap among 0, 1 and 2.
     int descriptor = 0;
     do {

@@ -122,14 +122,21 @@ std::string CMarkupSTL::getChildAttribute(const char* name) const {
     return attributeOf(childPos, name);
 }
 
+std::string_view CMarkupSTL::getChildAttributeSource(const char* name) const {
+    return attributeSource(childPos, name);
+}
+
 std::string CMarkupSTL::attributeOf(std::int32_t element, const char* name) const {
+    return decodeText(attributeSource(element, name));
+}
+
+std::string_view CMarkupSTL::attributeSource(std::int32_t element, const char* name) const {
     if (element == 0 || nodeKind != 1 || name == nullptr) {
         return {};
     }
     TokenSpan span(docText, at(element).startLeft + 1);
-    return attributeSearch->find(span, at(element).startRight, name)
-               ? decodeText(span.left, span.right)
-               : std::string();
+    return attributeSearch->find(span, at(element).startRight, name) ? tokenText(span)
+                                                                     : std::string_view();
 }
 
 std::string CMarkupSTL::getData() const {
@@ -148,7 +155,8 @@ std::string CMarkupSTL::getData() const {
             return docText.substr(begin, end - begin);
         }
     }
-    return decodeText(element.startRight + 1, element.endLeft - 1);
+    const std::size_t begin = static_cast<std::size_t>(element.startRight) + 1;
+    return decodeText({docText.data() + begin, static_cast<std::size_t>(element.endLeft) - begin});
 }
 
 std::string CMarkupSTL::getChildTagName() const {
@@ -170,11 +178,7 @@ std::string CMarkupSTL::getElementMarkup() const {
     return docText.substr(begin, last - begin + 1);
 }
 
-std::string CMarkupSTL::decodeText(std::int32_t from, std::int32_t to) const {
-    if (to < from) {
-        return {};
-    }
-    std::string_view rest(docText.data() + from, static_cast<std::size_t>(to - from + 1));
+std::string CMarkupSTL::decodeText(std::string_view rest) {
     std::size_t ampersand = rest.find('&');
     if (ampersand == std::string_view::npos) {
         return std::string(rest);

@@ -39,5 +39,25 @@ TEST(BoundaryReader, FillsTheModelInDocumentOrder) {
     EXPECT_EQ(model.vertices().size(), 4U);
 }
 
+// Open quotes carry every search to the attributes of the last point, whose x is long: converting
+// it for each point would take minutes.
+TEST(BoundaryReader, ConvertsASharedNumberOnce) {
+    constexpr std::size_t points = 40'000;
+    constexpr std::size_t blanks = 2'000'000;
+    std::string document = "<r><TavelDGM><group type='boundaries'><polygon id='1'>";
+    for (std::size_t i = 0; i < points; ++i) {
+        document += "<point a\"a' '\"/>";
+    }
+    document += "<point ' x=\"" + std::string(blanks, ' ') +
+                "1.5&amp;\" y=\"2&lt;\" segmenttype=\"0\"/></polygon></group></TavelDGM></r>";
+    const test::TemporaryDirectory directory;
+    BoundaryModel model;
+    EXPECT_FALSE(readin_b_XML(directory.write("b.xml", document), model))
+        << "the last point itself has no attribute";
+    ASSERT_EQ(model.vertices().size(), points);
+    EXPECT_EQ(model.vertices().back().x, 1.5);
+    EXPECT_EQ(model.vertices().back().y, 2);
+}
+
 } // namespace
 } // namespace veldtrim

@@ -17,6 +17,11 @@ def pytest_addoption(parser):
         help="command that runs the program where the system cannot (or VELDTRIM_EMULATOR)",
     )
     parser.addoption(
+        "--inspector",
+        default=os.environ.get("VELDTRIM_INSPECTOR"),
+        help="veldtrim-inspect, held against every run where it is named (or VELDTRIM_INSPECTOR)",
+    )
+    parser.addoption(
         "--eol",
         choices=("lf", "crlf"),
         default=os.environ.get("VELDTRIM_EOL", "lf"),
@@ -42,4 +47,10 @@ def program(pytestconfig):
     if not path:
         pytest.exit("name the program under test with --program or VELDTRIM_PROGRAM", 2)
     emulator = shlex.split(pytestconfig.getoption("emulator"))
-    return Program(os.path.abspath(path), emulator, pytestconfig.getoption("eol"))
+    inspector = pytestconfig.getoption("inspector")
+    return Program(
+        os.path.abspath(path),
+        emulator,
+        pytestconfig.getoption("eol"),
+        os.path.abspath(inspector) if inspector else None,
+    )

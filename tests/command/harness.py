@@ -125,10 +125,27 @@ class Run:
         assert 0 <= self.positions[0] and self.positions[-1] == 100
 
 
+def assert_foretold(report, output):
+    """The clipped files in the directory `output` hold the records that the report names."""
+    tree = read_tree(output)
+    total = int(tree.pop("total_node_count.txt"))
+    kept = {file["name"]: file["records"]["kept"] for file in report["files"] if file["taken"]}
+    kept.pop("total_node_count.txt", None)  # of that name only the total is left
+    kept = {name: count for name, count in kept.items() if count}
+    written = {name: content.count(b"\n") - 1 for name, content in tree.items()}
+    assert report["failure"] is None
+    assert report["records"]["kept"] == total
+    if all(name.isascii() for name in written):
+        assert written == kept
+    else:  # JSON cannot say every name
+        assert sorted(written.values()) == sorted(kept.values())
+
+
 class Program:
-    def __init__(self, path, emulator, eol):
+    def __init__(self, path, emulator, eol, inspector=None):
         self.command = [*emulator, path]
         self.windows = eol == "crlf"
+        self.inspector = inspector
 
     def line_ends(self, expected):
         """What the program writes for `expected`, whose line ends are LF."""
@@ -142,7 +159,35 @@ class Program:
             for name, content in dict(tree).items()
         }
 
+    def inspect(self, directory, *arguments, code=None, **options):
+        """The report of veldtrim-inspect, which must change nothing."""
+        process = subprocess.run(
+            [self.inspector, "--json", *map(str, arguments)],
+            cwd=directory,
+            stdin=subprocess.DEVNULL,
+            capture_output=True,
+            timeout=120,
+            **options,
+        )
+        assert process.returncode in ((0, 1) if code is None else (code,)), process.stderr
+        report = json.loads(process.stdout)
+        assert report["wouldKeep"] == (process.returncode == 0)
+        return report
+
     def run(self, directory, *arguments, **options):
+        """Runs the program; veldtrim-inspect, where there is one, must have foretold the result."""
+        paths = [str(argument) for argument in arguments[:3]]
+        foretold = None
+        if self.inspector and len(paths) == 3 and not {"", "-pipe"} & set(paths):
+            who = {key: options[key] for key in ("user", "group", "extra_groups") if key in options}
+            foretold = self.inspect(directory, "--", paths[0], paths[2], **who)
+        run = self.run_alone(directory, *arguments, **options)
+        if foretold and run.code == 0:
+            workspace = os.path.join(directory, os.path.dirname(paths[0]))
+            assert_foretold(foretold, os.path.join(workspace, paths[1].lstrip("/")))
+        return run
+
+    def run_alone(self, directory, *arguments, **options):
         options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
         process = subprocess.run(
             [*self.command, *map(str, arguments)],

@@ -2,17 +2,94 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstddef>
+#include <string>
+
 using veldtrim::pulsenote::TerminalProgress;
 
-TEST(TerminalProgress, redrawsAndErasesOneLine) {
-    TerminalProgress progress;
-    EXPECT_EQ(progress.erase(), "");
-    EXPECT_EQ(progress.draw(12.34), "\r 12.3 %");
-    EXPECT_EQ(progress.draw(12.31), "") << "nothing to redraw";
-    EXPECT_EQ(progress.draw(-5), "\r  0.0 %");
-    EXPECT_EQ(progress.draw(99.999), "\r 99.9 %") << "the end is not reached";
-    EXPECT_EQ(progress.draw(1e300), "\r100.0 %");
-    EXPECT_EQ(progress.erase(), "\r       \r");
-    EXPECT_EQ(progress.erase(), "");
-    EXPECT_EQ(progress.draw(100), "\r100.0 %") << "drawn anew after it was erased";
+namespace {
+
+TerminalProgress::Time at(int milliseconds) {
+    return TerminalProgress::Time{} + std::chrono::milliseconds(milliseconds);
 }
+
+struct LineCase {
+    std::size_t width;
+    double position;
+    int milliseconds;
+    const char* line;
+};
+
+class TerminalLine : public testing::TestWithParam<LineCase> {};
+
+TEST_P(TerminalLine, fitsTheWidth) {
+    TerminalProgress progress;
+    progress.beginStretch(0, 40, 2'000'000, at(0));
+    const LineCase& expected = GetParam();
+    const std::string line =
+        progress.draw(expected.position, at(expected.milliseconds), expected.width);
+    EXPECT_EQ(line, expected.line);
+    EXPECT_LE(line.size(), expected.width) << "a carriage return and one column less";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , TerminalLine,
+    testing::Values(
+        LineCase{
+            200, 50, 2000,
+            "\r[####################....................]  50.0 %  1.25M records/s  0:02 left"},
+        LineCase{80, 25, 2000,
+                 "\r[##########..............................]  25.0 %  625k records/s  0:06 left"},
+        LineCase{40, 25, 2000, "\r[###............]  25.0 %  625k/s  0:06"},
+        LineCase{30, 25, 2000, "\r 25.0 %  0:06"}, LineCase{12, 25, 2000, "\r 25.0 %"},
+        LineCase{7, 25, 2000, ""}, LineCase{0, 25, 2000, ""},
+        LineCase{40, 0, 2000, "\r[.............................]   0.0 %"},
+        LineCase{40, 99.999, 99, "\r[############################.]  99.9 %"},
+        LineCase{40, 1e300, 2000, "\r[##############] 100.0 %  2.50M/s  0:00"},
+        LineCase{40, 1, 200'000'000, "\r[................]   1.0 %  0/s  > 99 h"},
+        LineCase{40, 50, 4'000'000, "\r[######.......]  50.0 %  625/s  1:06:40"}));
+
+TEST(TerminalProgress, redrawsAtMostTenTimesASecond) {
+    TerminalProgress progress;
+    progress.beginStretch(0, 100, 1000, at(0));
+    EXPECT_NE(progress.draw(10, at(0), 80), "");
+    EXPECT_EQ(progress.draw(11, at(99), 80), "");
+    EXPECT_NE(progress.draw(12, at(100), 80), "");
+}
+
+TEST(TerminalProgress, leavesTheLineClean) {
+    TerminalProgress progress;
+    EXPECT_EQ(progress.erase(80), "");
+    EXPECT_EQ(progress.restore(80), "");
+    const std::string line = progress.draw(12, at(0), 20);
+    EXPECT_EQ(line, "\r[#........]  12.0 %");
+    EXPECT_EQ(progress.erase(20), "\r" + std::string(19, ' ') + "\r");
+    EXPECT_EQ(progress.erase(20), "");
+    EXPECT_EQ(progress.restore(20), line.substr(1));
+    // Shorter than the line before: the rest of it is covered, but not beyond a narrower terminal.
+    EXPECT_EQ(progress.draw(12, at(100), 12), "\r 12.0 %     \r 12.0 %");
+    EXPECT_EQ(progress.erase(5), "\r     \r");
+    EXPECT_EQ(progress.restore(5), "") << "too narrow by now";
+}
+
+TEST(TerminalProgress, countsTheRecordsOfJoiningStretchesOnly) {
+    const auto lineAfter = [](auto... stretches) {
+        TerminalProgress progress;
+        (progress.beginStretch(stretches.start, stretches.end, stretches.steps, at(0)), ...);
+        return progress.draw(50, at(1000), 40);
+    };
+    struct Stretch {
+        double start;
+        double end;
+        int steps;
+    };
+    const Stretch closing{1, 100, 100};
+    EXPECT_EQ(lineAfter(Stretch{0, 0, 0}, closing), "\r[#########.........]  50.0 %  0:01 left");
+    EXPECT_EQ(lineAfter(Stretch{0, 0, 0}, Stretch{0, 100, 30}, closing),
+              "\r[########.........]  50.0 %  15/s  0:01");
+    EXPECT_EQ(lineAfter(Stretch{0, -10, -1}, Stretch{-10, 100, 11}, closing),
+              "\r[#########.........]  50.0 %  5/s  0:01");
+}
+
+} // namespace

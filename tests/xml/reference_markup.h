@@ -63,8 +63,26 @@ public:
         return "";
     }
 
+    /// Name of the element as written.
+    std::string name(int element) const {
+        const Token token = nameToken(element);
+        return cut(token.left, token.right);
+    }
+
+    /// Whether a search for `name` finds the element.
+    bool isNamed(int element, const std::string& name) const {
+        return matches(nameToken(element), name);
+    }
+
 private:
     int root = 0;
+
+    Token nameToken(int element) const {
+        Token token;
+        token.next = elements[static_cast<std::size_t>(element)].startLeft + 1;
+        next(token);
+        return token;
+    }
 
     char get(int offset) const { return text.c_str()[offset]; }
 

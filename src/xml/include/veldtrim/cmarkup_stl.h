@@ -89,6 +89,11 @@ public:
     /// The same for the child position.
     [[nodiscard]] std::string getChildAttribute(const char* name) const;
 
+    /// The same as it stands in the text, entities and all, valid as long as the document. Where
+    /// quotes are left open, many elements can share one value, however long: callers that ask all
+    /// of them know by the place of the view which value they have seen.
+    [[nodiscard]] std::string_view getChildAttributeSource(const char* name) const;
+
     /// Character data of the main position: the first CDATA section as it stands if the content
     /// begins with one, else the whole content, entities decoded. Empty for an element that has
     /// child elements. The entities are lt, gt, amp, apos and quot; others stay as written.
@@ -128,7 +133,8 @@ private:
     [[nodiscard]] std::int32_t findElementIndex(std::int32_t parent, std::int32_t after,
                                                 const char* name) const;
     [[nodiscard]] std::string attributeOf(std::int32_t element, const char* name) const;
-    [[nodiscard]] std::string decodeText(std::int32_t from, std::int32_t to) const;
+    [[nodiscard]] std::string_view attributeSource(std::int32_t element, const char* name) const;
+    static std::string decodeText(std::string_view rest);
 
     std::string docText;
     std::string parseError;

@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+"""Runs Veldtrim as a host program does, with "-pipe", and shows its messages and its progress.
+
+    host.py VELDTRIM INPUT_DIRECTORY OUTPUT_NAME BOUNDARY_FILE
+
+The exit code is Veldtrim's.
+"""
+
+import json
+import subprocess
+import sys
+
+
+def messages(stream):
+    """The messages on Veldtrim's standard error, one JSON object a line."""
+    for line in stream:
+        try:
+            message = json.loads(line)
+        except ValueError:
+            continue  # not ours: a library of the system may write there too
+        if isinstance(message, dict):
+            yield message
+
+
+def show(message):
+    kind = message.get("kind")
+    if kind == "progress":
+        print(f"{message['position']:5.1f} %", end="\r", flush=True)
+    elif kind in ("state", "error", "failed", "finish"):
+        print(f"{kind}: {message['text'].rstrip()}")
+    # Kinds that are not known yet are skipped.
+
+
+def main(arguments):
+    if len(arguments) != 4:
+        print(__doc__.strip(), file=sys.stderr)
+        return 2
+    # Standard output holds lines for a person at a console; a host has no use for them.
+    with subprocess.Popen(
+        [*arguments, "-pipe"],
+        stdout=subprocess.DEVNULL,
+        stderr=subprocess.PIPE,
+        encoding="utf-8",
+    ) as program:
+        for message in messages(program.stderr):
+            show(message)
+    return program.returncode
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

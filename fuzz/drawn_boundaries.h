@@ -1,0 +1,56 @@
+/// A boundary file drawn from a fuzz input: valid in its form, wild in its numbers.
+#pragma once
+
+#include "boundary/boundary_segment.h"
+#include "draw.h"
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veldtrim::fuzz {
+
+struct DrawnBoundaries {
+    std::string text;
+    /// The coordinate texts of the rings in the groups that count, in order.
+    std::vector<std::vector<std::array<std::string_view, 2>>> rings;
+};
+
+/// Mostly small whole numbers, so that edges meet points and each other.
+inline std::string_view drawCoordinate(Draw& input) {
+    static constexpr std::array<std::string_view, 32> coordinates{
+        "0",     "1",  "2",  "3",     "4",     "5",         "6",      "7",
+        "8",     "0",  "1",  "2",     "3",     "4",         "5",      "6",
+        "0.5",   "-1", "-8", "2.25",  "1e-7",  "3.0000001", "0.1",    "5e-324",
+        "1e155", ".5", "7.", "-1e18", "1e308", "-1e308",    "1e-300", "4503599627370497.5"};
+    return input.oneOf(coordinates);
+}
+
+inline DrawnBoundaries drawBoundaries(Draw& input) {
+    DrawnBoundaries drawn;
+    drawn.text = "<project><TavelDGM>";
+    for (std::size_t groups = 1 + input.below(3); groups > 0; --groups) {
+        const bool counts = input.below(4) != 3;
+        drawn.text += counts ? "<group type=\"boundaries\">" : "<group type='other'>";
+        for (std::size_t polygons = input.below(6); polygons > 0; --polygons) {
+            drawn.text += "<polygon id=\"7\">";
+            std::vector<std::array<std::string_view, 2>> ring;
+            for (std::size_t points = input.below(12); points > 0; --points) {
+                ring.push_back({drawCoordinate(input), drawCoordinate(input)});
+                drawn.text += "<point x=\"" + std::string(ring.back()[0]) + "\" y=\"" +
+                              std::string(ring.back()[1]) + "\" segmenttype=\"0\"/>";
+            }
+            drawn.text += "</polygon>";
+            if (counts) {
+                drawn.rings.push_back(ring);
+            }
+        }
+        drawn.text += "</group>";
+    }
+    drawn.text += "</TavelDGM></project>";
+    return drawn;
+}
+
+} // namespace veldtrim::fuzz

@@ -1,0 +1,112 @@
+// Path queries: the input is paths, one a line, up to the first NUL, and then the document. Every
+// query of XMLReader is asked for every path, and judged by the reference parser.
+
+#include "draw.h"
+#include "judge.h"
+#include "reference_cursor.h"
+#include "stream_numbers.h"
+
+#include <veldtrim/xml_reader.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using veldtrim::XMLReader;
+using veldtrim::fuzz::Draw;
+using veldtrim::fuzz::extractFrom;
+using veldtrim::fuzz::ReferenceCursor;
+using veldtrim::fuzz::require;
+
+constexpr std::size_t longestText = 8192;
+constexpr int mostPaths = 16;
+
+bool expectString(ReferenceCursor& judge, const std::string& path, std::string& value) {
+    judge.reset();
+    const std::size_t slash = path.rfind('/');
+    const std::string last = slash == std::string::npos ? path : path.substr(slash + 1);
+    if (last.empty() || last.front() != '@') {
+        if (!judge.traverse(path)) {
+            return false;
+        }
+        value = judge.data();
+        return true;
+    }
+    if (!judge.traverse(path.substr(0, slash))) {
+        return false;
+    }
+    value = judge.attribute(last.substr(1));
+    return !value.empty();
+}
+
+void checkNumbers(const XMLReader& reader, const std::string& path, bool leads,
+                  const std::string& text) {
+    double number = 1;
+    double expectedNumber = 1;
+    const bool isNumber = leads && extractFrom(text, expectedNumber);
+    require(reader.getDouble(path, number) == isNumber, "getDouble's verdict");
+    require(veldtrim::fuzz::sameBits(number, expectedNumber), "getDouble's value");
+    float small = 1;
+    float expectedSmall = 1;
+    const bool isSmall = leads && extractFrom(text, expectedSmall);
+    require(reader.getFloat(path, small) == isSmall, "getFloat's verdict");
+    require(veldtrim::fuzz::sameBits(small, expectedSmall), "getFloat's value");
+    std::int32_t integer = 1;
+    std::int32_t expectedInteger = 1;
+    const bool isInteger = leads && extractFrom(text, expectedInteger);
+    require(reader.getInt(path, integer) == isInteger, "getInt's verdict");
+    require(integer == expectedInteger, "getInt's value");
+}
+
+void checkItems(const XMLReader& reader, ReferenceCursor& judge, const std::string& path) {
+    for (const std::string type : {"all", "Kestrune", "a"}) {
+        std::vector<std::string> items{"untouched"};
+        std::vector<std::string> expected = items;
+        judge.reset();
+        const bool leads = judge.traverse(path);
+        if (leads) {
+            expected.clear();
+            while (judge.findChild("")) {
+                const std::string name = judge.childName();
+                if (path != "modules" || type == "all" || name == type ||
+                    (type == "Kestrune" && name == "TavelReffModule")) {
+                    expected.push_back(name);
+                }
+            }
+        }
+        require(reader.getItemsBelow(path, items, type) == leads, "getItemsBelow's verdict");
+        require(items == expected, "getItemsBelow's names");
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Draw input(veldtrim::fuzz::textOf(data, size));
+    const std::string_view queries = input.until('\0');
+    std::string text(input.rest().substr(0, longestText));
+    text.resize(std::min(text.find('\0'), text.size()));
+
+    XMLReader reader;
+    ReferenceCursor judge(text);
+    require(reader.setString(text) == judge.markup().ok, "setString");
+    Draw paths(queries);
+    int asked = 0;
+    do {
+        const std::string path(paths.until('\n'));
+        std::string value = "untouched";
+        std::string expected = value;
+        const bool leads = expectString(judge, path, expected);
+        require(reader.getString(path, value) == leads, "getString's verdict");
+        require(value == expected, "getString's value");
+        checkNumbers(reader, path, leads, value);
+        checkItems(reader, judge, path);
+        judge.reset();
+        require(reader.getSubDocument(path) == (judge.traverse(path) ? judge.elementMarkup() : ""),
+                "getSubDocument");
+    } while (paths.more() && ++asked < mostPaths);
+    return 0;
+}

@@ -1,0 +1,152 @@
+// Header, record and number reading: the input is an elevation file. Its lines, their count, the
+// header's verdict and every record are judged by plain definitions, the numbers by the stream's.
+
+#include "draw.h"
+#include "elevation/header.h"
+#include "elevation/line_reader.h"
+#include "elevation/record.h"
+#include "elevation/record_count.h"
+#include "judge.h"
+#include "scratch.h"
+#include "stream_numbers.h"
+
+#include <veldtrim/xml_reader.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using veldtrim::ElevationPoint;
+using veldtrim::Line;
+using veldtrim::LineReader;
+using veldtrim::XMLReader;
+using veldtrim::fuzz::require;
+using veldtrim::fuzz::sameBits;
+
+std::vector<std::string_view> rawLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
+        lines.push_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return lines;
+}
+
+std::string_view withoutLineEnd(std::string_view raw) {
+    if (raw.ends_with("\r\n")) {
+        return raw.substr(0, raw.size() - 2);
+    }
+    return raw.ends_with('\n') ? raw.substr(0, raw.size() - 1) : raw;
+}
+
+/// The lines of the file, read whole and in pieces.
+void checkLines(const std::string& path, const std::vector<std::string_view>& expected) {
+    LineReader reader(path);
+    Line line;
+    for (const std::string_view raw : expected) {
+        require(reader.next(line), "there are as many lines as expected");
+        require(line.raw == raw && line.text == withoutLineEnd(raw), "a line");
+    }
+    require(!reader.next(line) && line.raw.empty() && line.text.empty(), "the end of the lines");
+
+    constexpr std::size_t pieceLength = 5;
+    LineReader pieces(path, pieceLength);
+    std::string all;
+    std::string whole;
+    while (pieces.next(line)) {
+        require(line.text.size() <= pieceLength, "a piece is short");
+        all += line.raw;
+    }
+    for (const std::string_view raw : expected) {
+        whole += raw;
+    }
+    require(all == whole, "the pieces are the whole");
+}
+
+/// Returns the separator.
+char checkHeader(const std::string& line) {
+    char separator = '?';
+    char format = '?';
+    std::int32_t layout = -1;
+    std::string errorText = "?";
+    const bool accepted = veldtrim::parseHeader(line, separator, format, layout, errorText);
+    const char first = line.empty() ? '\0' : line.front();
+    const bool isNode = first == 'n' || first == 'N';
+    const bool isXyz = first == 'x' || first == 'X';
+    std::int32_t expected = 0;
+    if (isXyz && line.size() > 1) {
+        const std::string s(1, line[1]);
+        if (line == "x" + s + "y" + s + "z" || line == "X" + s + "Y" + s + "Z") {
+            expected = 1;
+        } else if (line == "x" + s + "y" + s + "z" + s + "g" ||
+                   line == "X" + s + "Y" + s + "Z" + s + "G") {
+            expected = 2;
+        }
+    }
+    require(accepted == (isNode || expected != 0), "the header's verdict");
+    require(layout == expected, "the header's layout");
+    require(format == (isNode ? first : isXyz ? 'x' : 'f'), "the header's format");
+    require(errorText.empty() == (accepted || line.empty()), "the header's error text");
+    const std::size_t place = isNode ? 3 : 1;
+    require(separator == (!isNode && !isXyz     ? '?'
+                          : line.size() > place ? line[place]
+                                                : '\n'),
+            "the header's separator");
+    return separator;
+}
+
+void checkRecord(const std::string& line, char format, char separator) {
+    ElevationPoint point;
+    ElevationPoint expected;
+    const bool isRecord = veldtrim::fuzz::extractRecord(line, format, separator, expected);
+    require(veldtrim::parseRecord(line, format, separator, point) == isRecord,
+            "the record's verdict");
+    require(!isRecord || (sameBits(point.x, expected.x) && sameBits(point.y, expected.y)),
+            "the record's point");
+}
+
+template <typename Value, typename Convert>
+void checkConversion(const std::string& line, Convert convert) {
+    Value value{};
+    Value expected{};
+    require(convert(line, value) == veldtrim::fuzz::extractFrom(line, expected),
+            "the conversion's verdict");
+    if constexpr (std::is_same_v<Value, double> || std::is_same_v<Value, float>) {
+        require(sameBits(value, expected), "the conversion's value");
+    } else {
+        require(value == expected, "the conversion's value");
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text = veldtrim::fuzz::textOf(data, size);
+    const std::string path = veldtrim::fuzz::scratch().write("records.xyz", text);
+    const std::vector<std::string_view> lines = rawLines(text);
+    checkLines(path, lines);
+    require(veldtrim::countRecords(path) == std::count(text.begin(), text.end(), '\n') - 1,
+            "the count of records");
+
+    const char separator =
+        checkHeader(lines.empty() ? std::string() : std::string(withoutLineEnd(lines.front())));
+    for (const std::string_view raw : lines) {
+        const std::string line(withoutLineEnd(raw));
+        for (const char format : {'x', 'n', 'y'}) {
+            for (const char each : {separator, ' ', ';'}) {
+                checkRecord(line, format, each);
+            }
+        }
+        checkConversion<double>(line, XMLReader::stringToDouble);
+        checkConversion<float>(line, XMLReader::stringToFloat);
+        checkConversion<std::int32_t>(line, XMLReader::stringToInt);
+        checkConversion<std::string>(line, XMLReader::stringToString);
+    }
+    return 0;
+}

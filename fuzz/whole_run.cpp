@@ -1,0 +1,182 @@
+// Whole runs: a small workspace drawn from the input, clipped in process, and its output directory
+// compared with what the stream's definition of a record and the plain walk say it must hold.
+
+#include "boundary/boundary_reader.h"
+#include "draw.h"
+#include "drawn_boundaries.h"
+#include "judge.h"
+#include "plain_walk.h"
+#include "run/clip_workspace.h"
+#include "scratch.h"
+#include "stream_numbers.h"
+
+#include <pulsenote_recorder.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using veldtrim::BoundaryModel;
+using veldtrim::BoundaryPolygon;
+using veldtrim::ElevationPoint;
+using veldtrim::fuzz::Draw;
+using veldtrim::fuzz::require;
+using Files = std::map<std::string, std::string>;
+
+constexpr std::size_t mostLines = 40;
+
+std::string drawScan(Draw& input) {
+    static constexpr std::array<std::string_view, 16> headers{
+        "x;y;z", "X;Y;Z", "x;y;z;g", "x y z", "x,y,z", "X\tY\tZ\tG",        "nod;", "N", "x;y;z\r",
+        "",      "y",     "x;y",     "nxyz",  "x;y;z", "\xef\xbb\xbfx;y;z", "x;y;z"};
+    static constexpr std::array<std::string_view, 8> separators{";", ";",  ";",   " ",
+                                                                ",", "\t", " ; ", "y"};
+    static constexpr std::array<std::string_view, 8> ends{"\n", "\n",   "\n",     "\r\n",
+                                                          "\n", "\r\n", "\r\r\n", ""};
+    std::string scan(input.oneOf(headers));
+    scan += input.oneOf(ends);
+    for (std::size_t lines = input.below(mostLines); lines > 0; --lines) {
+        if (input.below(4) == 3) {
+            scan += input.until(';');
+        } else {
+            scan += veldtrim::fuzz::drawCoordinate(input);
+            scan += input.oneOf(separators);
+            scan += veldtrim::fuzz::drawCoordinate(input);
+            scan += input.oneOf(separators);
+            scan += "9";
+        }
+        scan += input.oneOf(ends);
+    }
+    return scan;
+}
+
+Files drawScans(Draw& input) {
+    static constexpr std::array<std::string_view, 8> names{
+        "a.xyz", "b.txt", "c.node", "d.XYZ", ".txt", "e.xyz.bak", "txt", "total_node_count.txt"};
+    Files scans;
+    for (std::size_t count = input.below(5); count > 0; --count) {
+        const std::string name(input.oneOf(names));
+        scans[name] = drawScan(input);
+    }
+    return scans;
+}
+
+bool isAcceptedName(std::string_view name) {
+    return name.ends_with(".txt") || name.ends_with(".xyz") || name.ends_with(".node");
+}
+
+/// The separator of the records; false for a header that is not accepted.
+bool readHeader(const std::string& line, char& separator) {
+    if (line.starts_with('n') || line.starts_with('N')) {
+        separator = line.size() > 3 ? line[3] : '\n';
+        return true;
+    }
+    if (line.size() < 2) {
+        return false;
+    }
+    separator = line[1];
+    const std::string s(1, separator);
+    return line == "x" + s + "y" + s + "z" || line == "X" + s + "Y" + s + "Z" ||
+           line == "x" + s + "y" + s + "z" + s + "g" || line == "X" + s + "Y" + s + "Z" + s + "G";
+}
+
+/// The lines that a line feed ends, without their ends, and what follows the last of them.
+std::vector<std::string> linesOf(std::string_view text) {
+    std::vector<std::string> lines;
+    for (std::size_t end = 0; (end = text.find('\n')) != std::string_view::npos;) {
+        const bool returned = end > 0 && text[end - 1] == '\r';
+        lines.emplace_back(text.substr(0, returned ? end - 1 : end));
+        text.remove_prefix(end + 1);
+    }
+    lines.emplace_back(text);
+    return lines;
+}
+
+class Expectation {
+public:
+    explicit Expectation(const BoundaryModel& model)
+        : polygons_(model.polygons()), vertices_(model.vertices()) {}
+
+    void add(const std::string& name, const std::string& scan) {
+        std::vector<std::string> lines = linesOf(scan);
+        char separator = 0;
+        if (!isAcceptedName(name) || !readHeader(lines.front(), separator)) {
+            return;
+        }
+        ++inputs;
+        std::string output = lines.front() + "\n";
+        int kept = 0;
+        for (std::size_t i = 1; i + 1 < lines.size(); ++i) {
+            ElevationPoint point;
+            if (veldtrim::fuzz::extractRecord(lines[i], 'x', separator, point) &&
+                veldtrim::fuzz::plainWalk(polygons_, vertices_, point)) {
+                output += lines[i] + "\n";
+                ++kept;
+            }
+        }
+        if (kept > 0) {
+            files[name] = output;
+            total += kept;
+        }
+    }
+
+    Files files;
+    int inputs = 0;
+    int total = 0;
+
+private:
+    std::vector<BoundaryPolygon> polygons_;
+    std::vector<veldtrim::BoundaryVertex> vertices_;
+};
+
+Files filesIn(const fs::path& directory) {
+    Files files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+        files[entry.path().filename().string()] = veldtrim::test::readBytes(entry.path().string());
+    }
+    return files;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const veldtrim::test::TemporaryDirectory& directory = veldtrim::fuzz::scratch();
+    const std::string workspace = directory.path("workspace");
+    fs::remove_all(workspace);
+
+    Draw input(veldtrim::fuzz::textOf(data, size));
+    const std::string boundary =
+        directory.write("boundary.xml", veldtrim::fuzz::drawBoundaries(input).text);
+    const Files scans = drawScans(input);
+    fs::create_directories(workspace + "/scans");
+    for (const auto& [name, scan] : scans) {
+        static_cast<void>(directory.write("workspace/scans/" + name, scan));
+    }
+
+    const veldtrim::fuzz::QuietConsole quiet;
+    veldtrim::pulsenote_recorder::clear();
+    veldtrim::pulsenote_recorder::recordSteps(false);
+    BoundaryModel model;
+    require(veldtrim::readin_b_XML(boundary, model), "the boundary file is read");
+    Expectation expected(model);
+    for (const auto& [name, scan] : scans) {
+        expected.add(name, scan);
+    }
+    const int result = veldtrim::clipWorkspace(model, workspace, "scans", "clipped", boundary);
+    require(result == (expected.inputs == 0 ? 1 : 0), "the run's result");
+    if (result == 0) {
+        expected.files["total_node_count.txt"] = std::to_string(expected.total) + "\n";
+    }
+    require(filesIn(workspace + "/clipped") == expected.files, "the output directory");
+    require(filesIn(workspace + "/scans") == scans, "the inputs are unchanged");
+    return 0;
+}

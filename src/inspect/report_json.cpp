@@ -1,0 +1,82 @@
+#include "inspect/report_text.h"
+
+#include <nlohmann/json.hpp>
+
+namespace veldtrim {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json json(const BoundingBox& box) {
+    return {{"xMin", box.xMin}, {"yMin", box.yMin}, {"xMax", box.xMax}, {"yMax", box.yMax}};
+}
+
+Json json(const PointBounds& bounds) {
+    return bounds.isEmpty() ? Json() : json(bounds.box);
+}
+
+Json json(const RecordCounts& counts) {
+    return {{"total", counts.records},         {"notRead", counts.unparsed},
+            {"kept", counts.kept()},           {"inside", counts.inside},
+            {"onBoundary", counts.onBoundary}, {"outside", counts.outside}};
+}
+
+Json json(const FileReport& file) {
+    Json object{{"name", file.name}, {"taken", file.taken}};
+    if (!file.reason.empty()) {
+        object["reason"] = file.reason;
+    }
+    if (file.failed) {
+        object["failed"] = true;
+    }
+    if (!file.taken || file.failed) {
+        return object;
+    }
+    object["format"] = file.format == 'x' ? "xyz" : "node";
+    object["columns"] = file.columns > 0 ? Json(file.columns) : Json();
+    object["separator"] = file.separator == '\n' ? Json() : Json(std::string(1, file.separator));
+    object["lineEnds"] = {{"lf", file.lineFeeds}, {"crLf", file.carriageReturnLineFeeds}};
+    object["records"] = json(file.counts);
+    object["bounds"] = json(file.bounds);
+    object["firstNotRead"] = Json::array();
+    for (const UnparsedLine& line : file.firstUnparsed) {
+        object["firstNotRead"].push_back({{"line", line.number}, {"reason", line.reason}});
+    }
+    object["decimalCommas"] = file.decimalCommas > 0;
+    object["lastLineUnread"] = file.lastLineUnread;
+    return object;
+}
+
+Json json(const PolygonReport& polygon) {
+    return {{"id", polygon.id},
+            {"vertices", polygon.vertices},
+            {"bounds", polygon.vertices > 0 ? json(polygon.bounds) : Json()},
+            {"area", polygon.area},
+            {"holds", polygon.held},
+            {"remarks", polygon.remarks}};
+}
+
+} // namespace
+
+std::string jsonOf(const Report& report) {
+    Json object{{"inputDirectory", report.inputDirectory},
+                {"boundaryFile", report.boundaryFile},
+                {"wouldKeep", report.wouldKeep()},
+                {"failure", report.failure.empty() ? Json() : Json(report.failure)},
+                {"hints", report.hints},
+                {"records", json(report.total)},
+                {"pointBounds", json(report.pointBounds)},
+                {"boundaryBounds", json(report.modelBounds)},
+                {"polygons", Json::array()},
+                {"files", Json::array()}};
+    for (const PolygonReport& polygon : report.polygons) {
+        object["polygons"].push_back(json(polygon));
+    }
+    for (const FileReport& file : report.files) {
+        object["files"].push_back(json(file));
+    }
+    return object.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+} // namespace veldtrim

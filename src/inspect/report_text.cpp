@@ -1,0 +1,139 @@
+#include "inspect/report_text.h"
+
+#include "inspect/hints.h"
+#include "inspect/record_reason.h"
+
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+namespace veldtrim {
+
+namespace {
+
+std::string printable(std::string_view text) {
+    std::string shown(text);
+    for (char& character : shown) {
+        if (static_cast<unsigned char>(character) < 0x20 || character == 0x7f) {
+            character = '?';
+        }
+    }
+    return shown;
+}
+
+std::string boxText(const BoundingBox& box) {
+    return "x " + coordinate(box.xMin) + " to " + coordinate(box.xMax) + ", y " +
+           coordinate(box.yMin) + " to " + coordinate(box.yMax);
+}
+
+std::string lineEnds(const FileReport& file) {
+    if (file.lineFeeds > 0 && file.carriageReturnLineFeeds > 0) {
+        return "LF and CR LF mixed";
+    }
+    return file.carriageReturnLineFeeds > 0 ? "CR LF" : "LF";
+}
+
+std::string countsText(const RecordCounts& counts) {
+    return "kept " + grouped(counts.kept()) + " (" + grouped(counts.inside) + " inside, " +
+           grouped(counts.onBoundary) + " on an edge), outside " + grouped(counts.outside) +
+           ", not read " + grouped(counts.unparsed);
+}
+
+void appendFile(const FileReport& file, std::string& text) {
+    text += "  " + printable(file.name) + '\n';
+    const std::string indent = "      ";
+    if (!file.taken || file.failed) {
+        text += indent + (file.failed ? "FAILS: " : "left out: ") + printable(file.reason) + '\n';
+        return;
+    }
+    text += indent + (file.format == 'x' ? "xyz" : "node");
+    if (file.columns > 0) {
+        text += ", " + std::to_string(file.columns) + " columns";
+    }
+    text += ", separator " + describeSeparator(file.separator) + ", lines end in " +
+            lineEnds(file) + '\n';
+    text += indent + grouped(file.counts.records) + " records: " + countsText(file.counts) + '\n';
+    if (!file.bounds.isEmpty()) {
+        text += indent + boxText(file.bounds.box) + '\n';
+    }
+    for (const UnparsedLine& line : file.firstUnparsed) {
+        text += indent + "line " + grouped(line.number) + ": " + line.reason + '\n';
+    }
+    if (file.counts.unparsed > static_cast<std::int64_t>(file.firstUnparsed.size())) {
+        text +=
+            indent + "... and " +
+            grouped(file.counts.unparsed - static_cast<std::int64_t>(file.firstUnparsed.size())) +
+            " more that are not read\n";
+    }
+    if (file.decimalCommas > 0) {
+        text += indent + "decimal commas: x and y are read up to the comma\n";
+    }
+    if (file.lastLineUnread) {
+        text += indent + "the last line has no line feed and is not read\n";
+    }
+}
+
+void appendPolygon(const PolygonReport& polygon, std::string& text) {
+    text += "  polygon " + std::to_string(polygon.id) + ": " +
+            grouped(static_cast<std::int64_t>(polygon.vertices)) + " vertices, area " +
+            coordinate(polygon.area) + ", holds " + grouped(polygon.held) + " records\n";
+    if (polygon.vertices > 0) {
+        text += "      " + boxText(polygon.bounds) + '\n';
+    }
+    for (const std::string& remark : polygon.remarks) {
+        text += "      " + remark + '\n';
+    }
+}
+
+} // namespace
+
+std::string grouped(std::int64_t number) {
+    std::string digits = std::to_string(number);
+    for (std::size_t at = digits.size(); at > 3 && digits[at - 4] != '-';) {
+        at -= 3;
+        digits.insert(at, ",");
+    }
+    return digits;
+}
+
+std::string coordinate(double value) {
+    std::array<char, 40> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%.9g", value);
+    return {text.data(), static_cast<std::size_t>(length > 0 ? length : 0)};
+}
+
+std::string textOf(const Report& report) {
+    std::string text = "Input directory  " + printable(report.inputDirectory) + '\n' +
+                       "Boundary file    " + printable(report.boundaryFile) + '\n';
+    if (!report.polygons.empty()) {
+        text += "\nPolygons\n";
+    }
+    for (const PolygonReport& polygon : report.polygons) {
+        appendPolygon(polygon, text);
+    }
+    if (!report.files.empty()) {
+        text += "\nFiles\n";
+    }
+    for (const FileReport& file : report.files) {
+        appendFile(file, text);
+    }
+    text += "\nTotal\n  " + grouped(report.total.records) + " records in " +
+            grouped(static_cast<std::int64_t>(takenFiles(report))) + " of " +
+            grouped(static_cast<std::int64_t>(report.files.size())) +
+            " files: " + countsText(report.total) + '\n';
+    if (keepsLittle(report) && !report.modelBounds.isEmpty()) {
+        text += "  bounds of the points      " + boxText(report.pointBounds.box) + '\n';
+        text += "  bounds of the boundaries  " + boxText(report.modelBounds.box) + '\n';
+    }
+    for (const std::string& hint : report.hints) {
+        text += "  Look at this: " + hint + '\n';
+    }
+    if (!report.failure.empty()) {
+        text += "  A run would fail: " + printable(report.failure) + '\n';
+    } else if (!report.wouldKeep()) {
+        text += "  A run would finish and keep nothing.\n";
+    }
+    return text;
+}
+
+} // namespace veldtrim

@@ -1,0 +1,22 @@
+/// What is odd about the ring of a polygon.
+#pragma once
+
+#include "boundary/boundary_polygon.h"
+
+#include <string>
+#include <vector>
+
+namespace veldtrim {
+
+/// The area that the ring encloses, in square units; of a ring that crosses itself, the difference
+/// of what it encloses one way and the other.
+double areaOf(const BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices);
+
+/// Sentences on a ring that holds nothing, is flat or crosses itself; none for a sound one.
+///
+/// Crossings are looked for with a bounded number of comparisons, whatever the shape; where they do
+/// not suffice, a sentence says so.
+std::vector<std::string> remarksOn(const BoundaryPolygon& polygon,
+                                   const std::vector<BoundaryVertex>& vertices);
+
+} // namespace veldtrim

@@ -1,0 +1,202 @@
+"""What veldtrim-inspect says of workspaces that give too little, and how it is called.
+
+That its counts are those of the clipped files is held against every run of the other tests.
+"""
+
+import shutil
+import subprocess
+from pathlib import Path
+
+import pytest
+from harness import SQUARE, SQUARE_XML, boundary_xml, write_tree
+
+EXAMPLE = Path(__file__).parents[2] / "examples/jacksboro"
+HEADER = "x;y;z\n"
+EAST, NORTH = 700000, 4000000
+
+
+@pytest.fixture
+def inspector(program):
+    if not program.inspector:
+        pytest.skip("veldtrim-inspect was not built")
+    return program.inspector
+
+
+def inspect(inspector, directory, *arguments):
+    return subprocess.run(
+        [inspector, *map(str, arguments)],
+        cwd=directory,
+        capture_output=True,
+        text=True,
+        errors="replace",
+        timeout=60,
+    )
+
+
+def scan(points):
+    return HEADER + "".join(f"{x};{y};1\n" for x, y in points)
+
+
+AREA = boundary_xml([(EAST + x, NORTH + y) for x, y in [(0, 0), (900, 0), (900, 900), (0, 900)]])
+GRID = [(EAST + x, NORTH + y) for x in range(0, 1000, 100) for y in range(0, 1000, 100)]
+
+
+@pytest.mark.parametrize(
+    "points, hint",
+    [
+        ([(y, x) for x, y in GRID], "x and y look swapped"),
+        ([(x / 1000, y / 1000) for x, y in GRID], "the points look like kilometres"),
+        ([(x * 1000, y * 1000) for x, y in GRID], "the boundaries like kilometres"),
+        ([(x / 0.3048, y / 0.3048) for x, y in GRID], "the points look like feet"),
+        ([(x / 1e5, y / 1e5) for x, y in GRID], "the points look like degrees"),
+        ([(x + 5000, y) for x, y in GRID], "4100 units towards smaller x from the points"),
+        ([(x, y - 5000) for x, y in GRID], "4100 units towards larger y from the points"),
+    ],
+    ids=["swapped", "km", "m", "feet", "degrees", "east", "south"],
+)
+def test_nothing_in_common(program, inspector, tmp_path, points, hint):
+    write_tree(tmp_path, {"scans/a.xyz": scan(points), "boundary.xml": AREA})
+    report = program.inspect(tmp_path, "./scans", "boundary.xml", code=1)
+    assert [hint in each for each in report["hints"]] == [True]
+    assert report["polygons"][0]["remarks"] == ["it overlaps the bounds of no file"]
+    text = inspect(inspector, tmp_path, "./scans", "boundary.xml").stdout
+    assert hint in text and "bounds of the points" in text and "bounds of the boundaries" in text
+
+
+# name, content, and of the report on the file what matters
+FILES = [
+    ("a.csv", HEADER, {"taken": False, "reason": "its name does not end in .txt, .xyz or .node"}),
+    ("b.xyz", "", {"taken": False, "reason": "the header line is empty"}),
+    (
+        "c.txt",
+        "# points\n",
+        {
+            "taken": False,
+            "reason": "ERROR: first character of node file must be one of n,N,x,X",
+        },
+    ),
+    ("d.xyz", HEADER + "5,5;5,5;1\n", {"decimalCommas": True, "lastLineUnread": False}),
+    ("e.xyz", "x,y,z\n5,5,5,5,1,0\n", {"decimalCommas": True}),
+    ("f.xyz", "x,y,z\n5,5,1\n", {"decimalCommas": False}),
+    ("g.xyz", HEADER + "5;5;1\r\n5;5;2", {"lastLineUnread": True, "lineEnds": {"lf": 1, "crLf": 1}}),
+    (
+        "h.xyz",
+        HEADER + "5;5\n\n;5;1\nfive;5;1\n5;five;1\n5 5 1\n",
+        {
+            "firstNotRead": [
+                {"line": 2, "reason": "nothing follows y"},
+                {"line": 3, "reason": "the line is empty"},
+                {"line": 4, "reason": 'x is no number: ""'},
+                {"line": 5, "reason": 'x is no number: "five"'},
+                {"line": 6, "reason": 'y is no number: "five"'},
+            ]
+        },
+    ),
+    (
+        "i.txt",
+        "x y z\n5 five 1\n",
+        {"firstNotRead": [{"line": 2, "reason": 'y is no number: "five"'}]},
+    ),
+    (
+        "j.xyz",
+        HEADER + "5 5 1\n" + "5" + " " * 100 + ";5;1\n",
+        {
+            "firstNotRead": [
+                {"line": 2, "reason": 'no separator (";") after x'},
+                {"line": 3, "reason": 'the separator (";") is too far from x'},
+            ]
+        },
+    ),
+    ("k.node", "n\n5;5;1\n", {"format": "node", "separator": None, "columns": None}),
+]
+
+
+def test_files(program, inspector, tmp_path):
+    scans = {f"scans/{name}": content for name, content, _ in FILES}
+    write_tree(tmp_path, {**scans, "scans/sub/x.xyz": "", "boundary.xml": SQUARE_XML})
+    report = program.inspect(tmp_path, "./scans", "boundary.xml", code=0)
+    files = {file["name"]: file for file in report["files"]}
+    assert files.keys() == {name for name, _, _ in FILES}
+    for name, _, expected in FILES:
+        assert {key: files[name].get(key) for key in expected} == expected, name
+    # and the run agrees
+    assert program.run(tmp_path, "./scans", "clipped", "boundary.xml").code == 0
+
+
+def test_polygons(program, inspector, tmp_path):
+    rings = [
+        (SQUARE, 4, 2, []),
+        ([(0, 0), (4, 4), (4, 0), (0, 4)], 0, 1, ["crosses itself"]),
+        ([(5, 0), (5, 9), (5, 5)], 0, 2, ["is flat"]),
+        ([(5, 5)], 0, 0, ["fewer than two vertices"]),
+        ([], 0, 0, ["no vertices"]),
+        ([(50, 50), (60, 50), (60, 60)], 50, 0, ["bounds of no file"]),
+    ]
+    write_tree(
+        tmp_path,
+        {
+            "scans/a.xyz": scan([(5, 5), (4, 4.5), (1, 2), (9, 9)]),
+            "boundary.xml": boundary_xml(*(ring for ring, *_ in rings)),
+        },
+    )
+    report = program.inspect(tmp_path, "./scans", "boundary.xml", code=0)
+    for number, (polygon, (ring, area, _, remarks)) in enumerate(zip(report["polygons"], rings), 1):
+        assert (polygon["id"], polygon["vertices"]) == (number, len(ring))
+        assert polygon["area"] == area
+        assert len(polygon["remarks"]) == len(remarks), polygon
+        assert all(part in said for part, said in zip(remarks, polygon["remarks"])), polygon
+    assert [polygon["holds"] for polygon in report["polygons"]] == [2, 1, 1, 0, 0, 0]
+    counts = {key: report["records"][key] for key in ("inside", "onBoundary", "outside")}
+    assert counts == {"inside": 2, "onBoundary": 1, "outside": 1}
+
+
+@pytest.mark.parametrize(
+    "tree, said",
+    [
+        ({"boundary.xml": None}, "is not a regular file"),
+        ({"boundary.xml": "<a><b></a>"}, "cannot be read: End tag does not correspond to b"),
+        ({"boundary.xml": "<a/>"}, "no element TavelDGM"),
+        ({"boundary.xml": SQUARE_XML.replace("x=", "u=", 1)}, "without readable x, y"),
+        ({}, "does not exist"),
+        ({"boundary.xml": SQUARE_XML}, "the input directory ./scans does not exist"),
+        ({"boundary.xml": SQUARE_XML, "scans": None}, "holds no input file"),
+    ],
+)
+def test_a_run_would_fail(program, inspector, tmp_path, tree, said):
+    write_tree(tmp_path, tree)
+    assert said in program.inspect(tmp_path, "./scans", "boundary.xml", code=1)["failure"]
+    shown = inspect(inspector, tmp_path, "./scans", "boundary.xml")
+    assert shown.returncode == 1 and said in shown.stdout
+    assert program.run(tmp_path, "./scans", "clipped", "boundary.xml").code == 1
+
+
+def test_command_line(inspector, tmp_path):
+    shutil.copytree(EXAMPLE, tmp_path / "area")
+    paths = ["area/scans", "area/boundary.xml"]
+    for arguments in ([], paths[:1], [*paths, "more"], [*paths, "--picture", "a.gif"]):
+        run = inspect(inspector, tmp_path, *arguments)
+        assert run.returncode == 2 and run.stderr and not run.stdout, arguments
+    for arguments in (["--help"], ["--version"]):
+        assert inspect(inspector, tmp_path, *arguments).returncode == 0
+    bare = inspect(inspector, tmp_path / "area", "scans", "boundary.xml")
+    assert bare.returncode == 1 and "write ./scans" in bare.stdout
+    nowhere = inspect(inspector, tmp_path, *paths, "--picture", "no/where.png")
+    assert nowhere.returncode == 1 and "cannot write the picture no/where.png" in nowhere.stderr
+
+
+@pytest.mark.parametrize("name, start", [("a.png", b"\x89PNG"), ("a.svg", b"<?xml")])
+def test_picture(inspector, tmp_path, name, start):
+    shutil.copytree(EXAMPLE, tmp_path / "area")
+    run = inspect(inspector, tmp_path, "area/scans", "area/boundary.xml", "--picture", name)
+    assert (run.returncode, run.stderr) == (0, "")
+    picture = (tmp_path / name).read_bytes()
+    assert picture.startswith(start) and len(picture) > 5000
+
+
+@pytest.mark.parametrize("points", [[], [(5, 5)], [(1e300, -1e300), (0, 0)], [("nan", 1), (1e15, 0)]])
+def test_picture_of_odd_points(inspector, tmp_path, points):
+    write_tree(tmp_path, {"scans/a.xyz": scan(points), "boundary.xml": SQUARE_XML})
+    for name in ("a.png", "a.svg"):
+        run = inspect(inspector, tmp_path, "./scans", "boundary.xml", "--picture", name)
+        assert (run.returncode, run.stderr) == (0 if (5, 5) in points else 1, "")
+        assert (tmp_path / name).stat().st_size > 500
