@@ -212,26 +212,14 @@ private:
             const BoundaryVertex to = below(2) == 0
                                           ? BoundaryVertex{integer(9), integer(9)}
                                           : BoundaryVertex{from.x + uniform(-1e-7, 1e-7), from.y};
-            switch (below(6)) {
-            case 0:
-                addRing(model, {from});
-                break;
-            case 1:
-                addRing(model, {from, to});
-                break;
-            case 2: // flat
-                addRing(model, {from, {to.x, from.y}, {uniform(0, 10), from.y}});
-                break;
-            case 3: // upright
-                addRing(model, {from, {from.x, to.y}, {from.x, uniform(0, 10)}});
-                break;
-            case 4: // there and back
-                addRing(model, {from, to, from, to, from});
-                break;
-            default:
-                addRing(model, {from, from, from, to, to, {to.x, from.y}});
-                break;
-            }
+            const std::vector<Ring> rings{
+                {from},
+                {from, to},
+                {from, {to.x, from.y}, {uniform(0, 10), from.y}}, // flat
+                {from, {from.x, to.y}, {from.x, uniform(0, 10)}}, // upright
+                {from, to, from, to, from},                       // there and back
+                {from, from, from, to, to, {to.x, from.y}}};
+            addRing(model, rings[below(rings.size())]);
         }
     }
 

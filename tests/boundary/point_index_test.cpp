@@ -41,30 +41,19 @@ bool anyHolds(std::vector<BoundaryPolygon>& polygons, const std::vector<Boundary
     });
 }
 
-/// Compares index and walk on points of every kind near the model.
-void compare(const BoundaryModel& model, ModelGenerator& generator, int points,
-             const std::string& what) {
-    std::vector<BoundaryPolygon> polygons = model.polygons();
-    const std::vector<BoundaryVertex>& vertices = model.vertices();
-    const PointIndex index(polygons, vertices);
-    for (int i = 0; i < points; ++i) {
-        const ElevationPoint point = generator.point(model);
-        ASSERT_TRUE(agree(index, polygons, vertices, point))
-            << what << ", seed " << generator.seed() << std::hexfloat << ", point " << point.x
-            << " " << point.y;
-    }
-}
-
 class PointIndexKinds : public testing::TestWithParam<ModelGenerator::Kind> {};
 
 TEST_P(PointIndexKinds, AnswersAsTheWalkDoes) {
-    constexpr unsigned models = 120;
-    constexpr int points = 1500;
-    for (unsigned seed = 0; seed < models; ++seed) {
+    for (unsigned seed = 0; seed < 120; ++seed) {
         ModelGenerator generator(seed);
         const BoundaryModel model = generator.model(GetParam());
-        ASSERT_NO_FATAL_FAILURE(
-            compare(model, generator, points, ModelGenerator::name(GetParam())));
+        std::vector<BoundaryPolygon> polygons = model.polygons();
+        const PointIndex index(polygons, model.vertices());
+        for (int i = 0; i < 1500; ++i) {
+            const ElevationPoint point = generator.point(model);
+            ASSERT_TRUE(agree(index, polygons, model.vertices(), point))
+                << "seed " << seed << std::hexfloat << ", point " << point.x << " " << point.y;
+        }
     }
 }
 
@@ -105,14 +94,9 @@ TEST(PointIndex, TakesAnyModelAndAnyPoint) {
 }
 
 TEST(PointIndex, RespectsBoundsThatAreNotThoseOfTheVertices) {
-    BoundaryModel model;
-    BoundaryPolygon polygon;
-    for (const BoundaryVertex vertex : {BoundaryVertex{0, 0}, {10, 0}, {10, 10}, {0, 10}}) {
-        polygon.vertexIndices.push_back(model.addVertex(vertex));
-    }
-    polygon.bounds = {0, 0, 5, 5};
-    model.addPolygon(polygon);
+    const BoundaryModel model = test::modelOf({{{0, 0}, {10, 0}, {10, 10}, {0, 10}}});
     std::vector<BoundaryPolygon> polygons = model.polygons();
+    polygons[0].bounds = {0, 0, 5, 5};
     const PointIndex index(polygons, model.vertices());
     EXPECT_EQ(index.locate(polygons, model.vertices(), {4, 4}), PointLocation::Inside);
     EXPECT_EQ(index.locate(polygons, model.vertices(), {6, 6}), PointLocation::Outside);
@@ -128,20 +112,15 @@ TEST(PointIndex, IsBuiltAndDroppedByItsModel) {
             const ElevationPoint point = generator.point(model);
             ASSERT_EQ(model.isInBoundary(point), anyHolds(polygons, model.vertices(), point));
         }
-        const BoundaryModel more = generator.model(ModelGenerator::Kind::Grid);
-        test::addRings(model, more);
+        test::addRings(model, generator.model(ModelGenerator::Kind::Grid));
     }
     model.clear();
     EXPECT_FALSE(model.isInBoundary({0, 0}));
 }
 
 TEST(PointIndex, StaysSmallOnLongSpikes) {
-    constexpr std::size_t vertices = 20'000;
-    constexpr std::size_t mostBytes = 200;
-    ModelGenerator generator(3);
-    const BoundaryModel model = generator.spikes(vertices, 0.1);
-    const PointIndex index(model.polygons(), model.vertices());
-    EXPECT_LT(index.byteSize(), mostBytes * vertices);
+    const BoundaryModel model = ModelGenerator(3).spikes(20'000, 0.1);
+    EXPECT_LT(PointIndex(model.polygons(), model.vertices()).byteSize(), 200U * 20'000U);
 }
 
 } // namespace

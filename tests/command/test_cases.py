@@ -20,27 +20,17 @@ CASES = sorted(path.parent for path in Path(__file__).parent.glob("cases/*/case.
 
 @pytest.fixture(params=CASES, ids=lambda path: path.name)
 def case(request, tmp_path):
-    folder = request.param
-    shutil.copytree(folder / "workspace", tmp_path, dirs_exist_ok=True)
-    description = json.loads((folder / "case.json").read_text())
-    description["stdout"] = (folder / "stdout").read_bytes()
-    description["messages"] = [tuple(message) for message in description["messages"]]
-    description["created"] = {
-        **(read_tree(folder / "expected") if (folder / "expected").exists() else {}),
-        **dict.fromkeys(description.get("directories", [])),
-    }
-    return description
+    shutil.copytree(request.param / "workspace", tmp_path, dirs_exist_ok=True)
+    case = json.loads((request.param / "case.json").read_text())
+    case["stdout"] = (request.param / "stdout").read_bytes()
+    case["messages"] = [tuple(message) for message in case["messages"]]
+    files = read_tree(request.param / "expected")
+    case["created"] = {**files, **dict.fromkeys(case.pop("directories", []))}
+    return case
 
 
 def test_for_a_host(program, tmp_path, case):
-    program.check(
-        tmp_path,
-        case["arguments"],
-        code=case["exit"],
-        stdout=case["stdout"],
-        messages=case["messages"],
-        created=case["created"],
-    )
+    program.check(tmp_path, case.pop("arguments"), code=case.pop("exit"), **case)
 
 
 def test_for_a_person(program, tmp_path, case):

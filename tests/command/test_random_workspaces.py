@@ -9,13 +9,7 @@ from fractions import Fraction
 
 import pytest
 from harness import (
-    BOUNDARY_READ,
-    CLIPPING,
-    FINISHED,
-    START,
-    boundary_trace,
-    boundary_xml,
-    write_tree,
+    BOUNDARY_READ, CLIPPING, FINISHED, START, boundary_trace, boundary_xml, write_tree
 )
 from model import verdicts
 
@@ -38,11 +32,7 @@ def random_ring(source):
 
 
 def written(source, value):
-    text = str(float(value))
-    short = text[:-2] if text.endswith(".0") else text
-    form = source.choice(["{0}", "{1}", "{0}e0", "{0}E+00", "{1}00", " {0}"])
-    text = form.format(short, text)
-    return "+" + text.lstrip() if value >= 0 and source.random() < 0.1 else text
+    return source.choice(["{:g}", "{:.3f}", "{:g}e0", "{:.4f}E+00", " {:g}", "{:+g}"]).format(value)
 
 
 def random_scan(source, rings):

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <exception>
 #include <fstream>
-#include <iostream>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -69,11 +68,9 @@ void perform(const std::string& argument) {
     } else if (name == "late") {
         lastWords.text = value;
     } else if (name == "A" || name == "B") { // A=start,end,steps begins this stretch
-        const std::size_t comma = value.find(',');
-        const std::size_t secondComma = value.find(',', comma + 1);
-        stretches[name] =
-            std::make_unique<ProgressMessage>(std::stod(value), std::stod(value.substr(comma + 1)),
-                                              std::stoi(value.substr(secondComma + 1)));
+        const std::string end = value.substr(value.find(',') + 1);
+        stretches[name] = std::make_unique<ProgressMessage>(
+            std::stod(value), std::stod(end), std::stoi(end.substr(end.find(',') + 1)));
     } else if (name == "a" || name == "b") { // a=step or a=first..last reports steps of A
         performSteps(*stretches.at(name == "a" ? "A" : "B"), value);
     } else {
@@ -89,8 +86,7 @@ int main(int argc, char** argv) {
             perform(argv[i]);
         }
         return 0;
-    } catch (const std::exception& error) {
-        std::cout << "cannot perform: " << error.what() << std::endl;
+    } catch (const std::exception&) {
         return 99;
     }
 }

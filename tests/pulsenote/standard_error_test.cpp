@@ -29,24 +29,17 @@ public:
     }
     ~PipedStandardError() {
         restore();
-        closeReader();
+        close(saved_);
+        close(readEnd_);
     }
     PipedStandardError(const PipedStandardError&) = delete;
     PipedStandardError& operator=(const PipedStandardError&) = delete;
 
     /// Standard error is again what it was; the reader meets the end.
-    void restore() {
-        if (saved_ >= 0) {
-            dup2(saved_, STDERR_FILENO);
-            close(saved_);
-        }
-        saved_ = -1;
-    }
+    void restore() const { dup2(saved_, STDERR_FILENO); }
 
     void closeReader() {
-        if (readEnd_ >= 0) {
-            close(readEnd_);
-        }
+        close(readEnd_);
         readEnd_ = -1;
     }
 

@@ -2,153 +2,107 @@
 
 #include "pulsenote.h"
 
-#include <array>
-#include <charconv>
+#include <limits>
 #include <ostream>
-#include <utility>
 
 namespace veldtrim::pulsenote_recorder {
 
 namespace {
 
-struct Recording {
-    std::vector<Event> events;
-    std::int64_t stepCount = 0;
-    bool recordsSteps = true;
-};
-
-Recording& recording() {
-    static Recording theRecording;
-    return theRecording;
-}
-
-void record(Event event) {
-    recording().events.push_back(std::move(event));
-}
-
-/// Shortest form that tells this double from all others.
-std::string number(double value) {
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    return {digits.data(), end.ptr};
-}
+std::vector<Event> recordedEvents;
+bool recordsSteps = true;
 
 } // namespace
 
 Event instance(bool pipeMode) {
-    return {.kind = EventKind::Instance, .flag = pipeMode};
+    return {.kind = "instance", .flag = pipeMode};
 }
 
-Event state(int code, std::string text, bool flag) {
-    return {.kind = EventKind::State, .code = code, .text = std::move(text), .flag = flag};
+Event state(const std::string& text) {
+    return {.kind = "state", .code = 1, .text = text, .flag = true};
 }
 
-Event finish(int code, std::string text) {
-    return {.kind = EventKind::Finish, .code = code, .text = std::move(text)};
+Event finish(const std::string& text) {
+    return {.kind = "finish", .code = 1, .text = text};
 }
 
-Event failed(int code, std::string text) {
-    return {.kind = EventKind::Failed, .code = code, .text = std::move(text)};
+Event failed(const std::string& text) {
+    return {.kind = "failed", .code = 1, .text = text};
 }
 
-Event error(int code, std::string text) {
-    return {.kind = EventKind::Error, .code = code, .text = std::move(text)};
+Event error(int code, const std::string& text) {
+    return {.kind = "error", .code = code, .text = text};
 }
 
 Event progressBegin(double start, double end, int steps) {
-    return {.kind = EventKind::ProgressBegin, .start = start, .end = end, .steps = steps};
+    return {.kind = "progressBegin", .start = start, .end = end, .steps = steps};
 }
 
-Event progressStep(int step, bool flag) {
-    return {.kind = EventKind::ProgressStep, .flag = flag, .step = step};
+Event progressStep(int step) {
+    return {.kind = "progressStep", .steps = step};
 }
 
 Event progressEnd() {
-    return {.kind = EventKind::ProgressEnd};
+    return {.kind = "progressEnd"};
 }
 
 std::ostream& operator<<(std::ostream& out, const Event& event) {
-    const auto* const flag = event.flag ? "true" : "false";
-    const auto text = [&](const char* name) -> std::ostream& {
-        return out << name << '(' << event.code << ", \"" << event.text << '"';
-    };
-    switch (event.kind) {
-    case EventKind::Instance:
-        return out << "instance(" << flag << ')';
-    case EventKind::State:
-        return text("state") << ", " << flag << ')';
-    case EventKind::Finish:
-        return text("finish") << ')';
-    case EventKind::Failed:
-        return text("failed") << ')';
-    case EventKind::Error:
-        return text("error") << ')';
-    case EventKind::ProgressBegin:
-        return out << "progressBegin(" << number(event.start) << ", " << number(event.end) << ", "
-                   << event.steps << ')';
-    case EventKind::ProgressStep:
-        return out << "progressStep(" << event.step << ", " << flag << ')';
-    case EventKind::ProgressEnd:
-        return out << "progressEnd()";
-    }
-    return out;
+    out.precision(std::numeric_limits<double>::max_digits10);
+    return out << event.kind << '(' << event.code << ", \"" << event.text << "\", " << event.flag
+               << ", " << event.start << ", " << event.end << ", " << event.steps << ')';
 }
 
 const std::vector<Event>& events() {
-    return recording().events;
-}
-
-std::int64_t stepCount() {
-    return recording().stepCount;
+    return recordedEvents;
 }
 
 void clear() {
-    recording() = {};
+    recordedEvents.clear();
+    recordsSteps = true;
 }
 
 void recordSteps(bool recorded) {
-    recording().recordsSteps = recorded;
+    recordsSteps = recorded;
 }
 
 } // namespace veldtrim::pulsenote_recorder
 
-namespace recorder = veldtrim::pulsenote_recorder;
+using namespace veldtrim::pulsenote_recorder; // NOLINT(google-build-using-namespace)
 
 MessageSender& MessageSender::Instance(bool pipeMode) {
     static MessageSender sender;
-    recorder::record(recorder::instance(pipeMode));
+    recordedEvents.push_back(instance(pipeMode));
     return sender;
 }
 
 StateMessage::StateMessage(int code, const std::string& text, bool flag) {
-    recorder::record(recorder::state(code, text, flag));
+    recordedEvents.push_back({.kind = "state", .code = code, .text = text, .flag = flag});
 }
 
 FinishMessage::FinishMessage(int code, const std::string& text) {
-    recorder::record(recorder::finish(code, text));
+    recordedEvents.push_back({.kind = "finish", .code = code, .text = text});
 }
 
 FailedMessage::FailedMessage(int code, const std::string& text) {
-    recorder::record(recorder::failed(code, text));
+    recordedEvents.push_back({.kind = "failed", .code = code, .text = text});
 }
 
 ErrorMessage::ErrorMessage(int code, const std::string& text) {
-    recorder::record(recorder::error(code, text));
+    recordedEvents.push_back(error(code, text));
 }
 
 struct ProgressMessage::Stretch {};
 
 ProgressMessage::ProgressMessage(double start, double end, int steps) {
-    recorder::record(recorder::progressBegin(start, end, steps));
+    recordedEvents.push_back(progressBegin(start, end, steps));
 }
 
 ProgressMessage::~ProgressMessage() {
-    recorder::record(recorder::progressEnd());
+    recordedEvents.push_back(progressEnd());
 }
 
 void ProgressMessage::OnProgress(int step, bool flag) {
-    ++recorder::recording().stepCount;
-    if (recorder::recording().recordsSteps) {
-        recorder::record(recorder::progressStep(step, flag));
+    if (recordsSteps) {
+        recordedEvents.push_back({.kind = "progressStep", .flag = flag, .steps = step});
     }
 }

