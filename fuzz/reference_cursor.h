@@ -70,11 +70,16 @@ public:
             return "";
         }
         const std::string start = "<![CDATA[";
-        const std::size_t left = markup_.text.find_first_not_of(
+        // The first token of the content; of a quoted one what stands between the quotes counts.
+        std::size_t left = markup_.text.find_first_not_of(
             " \t\n\r", static_cast<std::size_t>(element.startRight) + 1);
+        std::size_t behind = left + 1;
+        if (const char quote = markup_.text[left]; quote == '"' || quote == '\'') {
+            behind = markup_.text.find(quote, ++left);
+        }
         const auto end = static_cast<std::size_t>(element.endLeft);
         if (left + start.size() + 2 < end && markup_.text.compare(left, start.size(), start) == 0) {
-            const std::size_t close = markup_.text.find("]]>", left);
+            const std::size_t close = markup_.text.find("]]>", behind);
             if (close < end) {
                 return markup_.text.substr(left + start.size(), close - left - start.size());
             }
