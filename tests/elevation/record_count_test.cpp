@@ -14,7 +14,7 @@ TEST(RecordCount, IsTheLineFeedsLessOne) {
     EXPECT_EQ(countRecords(directory.path("missing")), -1);
     // More than a block, with more line feeds in a row than any counter of one byte can hold.
     std::string large;
-    for (const std::size_t run : {1, 63, 64, 1000, 40'000, 300'000}) {
+    for (const std::size_t run : {1U, 63U, 64U, 1000U, 40'000U, 300'000U}) {
         large += std::string(run, '\n') + std::string(run, 'a');
     }
     EXPECT_EQ(countRecords(directory.write("file", large)),
