@@ -2,7 +2,7 @@
 /// document's and the reader's own.
 #pragma once
 
-#include "xml/reference_markup.h"
+#include "reference_markup.h"
 
 #include <algorithm>
 #include <array>

@@ -22,6 +22,9 @@ enum class Scanned { Record, NoRecord, Unusual };
 
 /// Reads a record without a stream; leaves what is unusual to the stream.
 Scanned scanRecord(std::string_view line, char separator, ElevationPoint& point) {
+    if (line.empty()) {
+        return Scanned::NoRecord;
+    }
     const char* at = line.data();
     const char* const end = at + line.size();
     if (scanDecimal(at, end, point.x) != Scan::Number) {

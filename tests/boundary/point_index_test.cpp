@@ -1,8 +1,8 @@
 // The index against the walk over all polygons: no point may tell them apart.
 
-#include "boundary/model_generator.h"
 #include "boundary/point_index.h"
 #include "boundary/point_location.h"
+#include "fuzz/model_generator.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "reference_markup.h"
+#include "fuzz/reference_markup.h"
 #include "veldtrim/cmarkup_stl.h"
 
 #include <gtest/gtest.h>

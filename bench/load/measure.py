@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measures time and memory of whole runs on large and misshapen inputs, as Markdown tables.
 
-    tests/load/measure.py --program build/bin/Veldtrim [--directory /tmp] [--small] \\
+    bench/load/measure.py --program build/bin/Veldtrim [--directory /tmp] [--small] \\
         [shapes] [scans] [files] [polygons] [boundary] [giant=GB]
 
 "shapes" and "scans" run each input at a half and the whole of its size: time that grows with the
