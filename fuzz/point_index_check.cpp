@@ -37,7 +37,8 @@ bool checkModel(ModelGenerator::Kind kind, unsigned seed, Tally& tally) {
     for (int i = 0; i < pointsPerModel; ++i) {
         const ElevationPoint point = generator.point(model);
         const bool walked = veldtrim::fuzz::plainWalk(polygons, model.vertices(), point);
-        if (index.contains(polygons, model.vertices(), point) != walked) {
+        if ((index.locate(polygons, model.vertices(), point) != veldtrim::PointLocation::Outside) !=
+            walked) {
             std::printf("kind %s, seed %u: the walk says %s for %a %a\n",
                         ModelGenerator::name(kind).c_str(), seed, walked ? "inside" : "outside",
                         point.x, point.y);
