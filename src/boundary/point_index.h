@@ -27,9 +27,10 @@ namespace veldtrim {
 /// Analysis of Spatial Data Structures", 1990).
 class PointIndex {
 public:
-    /// Vertices that the walk may look at for each vertex of the model before building the index
-    /// costs less than going on without.
-    static constexpr std::size_t worthBuildingAfter = 32;
+    /// Vertices that walks look at, for each vertex of the model, before the index is built: few
+    /// points are not worth it, and for many every walk counts. Building costs about as much as
+    /// reading the model has.
+    static constexpr std::size_t worthBuildingAfter = 4;
 
     /// A model of so few polygons and vertices together is walked faster.
     static constexpr std::size_t fewVertices = 24;
