@@ -50,6 +50,12 @@ cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
     }
     const auto column = static_cast<std::uint32_t>((point.x - region_.xMin) * xScale_);
     const auto row = static_cast<std::uint32_t>((point.y - region_.yMin) * yScale_);
+    const std::size_t place = (static_cast<std::size_t>(row >> overviewShift_) << overviewBits_) +
+                              (column >> overviewShift_);
+    const unsigned state = overview_[place / 4] >> (2 * (place % 4)) & cells::stateMask;
+    if (state != cells::mixed) {
+        return state;
+    }
     unsigned shift = tableShift_;
     cells::Cell cell =
         table_[(static_cast<std::size_t>(row >> shift) << tableBits_) + (column >> shift)];
@@ -174,7 +180,7 @@ EdgeEffect PointIndex::queueEffect(const cells::Word* edges, std::size_t size,
 }
 
 std::size_t PointIndex::byteSize() const {
-    return (table_.size() + quads_.size()) * sizeof(cells::Cell) +
+    return (table_.size() + quads_.size()) * sizeof(cells::Cell) + overview_.size() +
            (leaves_.size() + unindexed_.size()) * sizeof(cells::Word) +
            ringVertices_.size() * sizeof(BoundaryVertex);
 }

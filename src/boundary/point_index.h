@@ -18,7 +18,8 @@ namespace veldtrim {
 ///
 /// A cell that no edge touches lies inside or outside as a whole. A cell that few edges touch keeps
 /// them, and for each of their polygons the parity of all its other edges; a cell that many edges
-/// touch is split in four. The upper levels are flattened to one table. "Touches" means with more
+/// touch is split in four. The upper levels are flattened to one table, and an overview
+/// of it tells at once what lies inside or outside as a whole. "Touches" means with more
 /// than the rounding error of the crossing abscissa to spare, so that edges left out of a cell
 /// could not have changed a verdict there, whatever the last bits of a computation.
 ///
@@ -71,6 +72,12 @@ private:
     double margin_ = 0.0;     ///< more than any rounding error of the point test
     unsigned tableBits_ = 0;  ///< the table has 2^tableBits_ columns, and as many rows
     unsigned tableShift_ = 0; ///< levels between the table and the finest level
+
+    /// The state of the cells of a fine level, two bits each: so small that it stays in the cache,
+    /// and most points need no more.
+    std::vector<std::uint8_t> overview_;
+    unsigned overviewBits_ = 0; ///< columns and rows as for the table
+    unsigned overviewShift_ = 0;
 
     std::vector<cells::Cell> table_;
     std::vector<cells::Cell> quads_;

@@ -363,6 +363,44 @@ void PointIndexBuilder::flatten(Cell root) {
     index_.tableShift_ = deepest_ - index_.tableBits_;
     index_.table_.resize(entries(index_.tableBits_));
     fillTable(root, {0, 0, 0});
+
+    // A quarter of a byte for each entry, so that there can be many more of them.
+    constexpr unsigned mostOverviewBits = 11;
+    while (index_.overviewBits_ < std::min(mostOverviewBits, deepest_) &&
+           entries(index_.overviewBits_ + 1) <= 16 * index_.quads_.size()) {
+        ++index_.overviewBits_;
+    }
+    index_.overviewShift_ = deepest_ - index_.overviewBits_;
+    index_.overview_.resize(entries(index_.overviewBits_) / 4 + 1);
+    fillOverview(root, {0, 0, 0});
+}
+
+/// Enters the state of a cell into the overview, which is all outside at first.
+// NOLINTNEXTLINE(misc-no-recursion): the overview has few levels
+void PointIndexBuilder::fillOverview(Cell cell, const Place& place) {
+    const unsigned bits = index_.overviewBits_;
+    if (place.level < bits && (cell & cells::kindMask) == cells::split) {
+        for (std::uint32_t i = 0; i < 4; ++i) {
+            fillOverview(index_.quads_[(cell >> cells::kindBits) + i],
+                         {place.level + 1, 2 * place.column + i % 2, 2 * place.row + i / 2});
+        }
+        return;
+    }
+    if (cell == cells::outside) {
+        return;
+    }
+    const unsigned state =
+        cell == cells::inside ? static_cast<unsigned>(cells::inside) : cells::mixed;
+    const unsigned scale = bits - place.level;
+    const std::size_t size = std::size_t{1} << scale;
+    const std::size_t column = std::size_t{place.column} << scale;
+    const std::size_t row = std::size_t{place.row} << scale;
+    for (std::size_t y = row; y < row + size; ++y) {
+        for (std::size_t at = (y << bits) + column; at < (y << bits) + column + size; ++at) {
+            index_.overview_[at / 4] =
+                static_cast<std::uint8_t>(index_.overview_[at / 4] | state << (2 * (at % 4)));
+        }
+    }
 }
 
 // NOLINTNEXTLINE(misc-no-recursion): the table has few levels

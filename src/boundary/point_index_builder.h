@@ -73,6 +73,7 @@ private:
 
     void flatten(Cell root);
     void fillTable(Cell cell, const Place& place);
+    void fillOverview(Cell cell, const Place& place);
 
     PointIndex& index_;
     const std::vector<BoundaryPolygon>& polygons_;

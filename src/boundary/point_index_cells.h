@@ -16,6 +16,10 @@ inline constexpr Cell run = 4;   ///< a leaf so small that it fits into its cell
 inline constexpr Cell kindMask = 7;
 inline constexpr unsigned kindBits = 3;
 
+// The overview: two bits for each of its cells, outside or inside as above, or neither as a whole.
+inline constexpr unsigned mixed = 2;
+inline constexpr unsigned stateMask = 3;
+
 // A run: up to three successive edges of one ring. One bit for the parity of all its other edges,
 // the number of edges, the two bits of each edge that say which of its ends count (below), and the
 // first edge's number.
