@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace veldtrim {
@@ -73,6 +74,7 @@ void PointIndexBuilder::build() {
         const std::size_t budget =
             std::min(mostWords, wordsPerEdge * index_.ringVertices_.size() + groups.size());
         index_.leaves_.reserve(budget); // room that is not used costs no memory
+        index_.quads_.reserve(2 * index_.ringVertices_.size());
         root = buildCell(groups, {0, 0, 0}, budget);
     }
     flatten(root);
@@ -294,6 +296,14 @@ void PointIndexBuilder::distribute(const Words& groups, Children& children) cons
         const Word head = *word++;
         const Word polygon = *word++;
         const bool isWhole = (head & cells::groupWhole) != 0;
+        // What is asked as a whole may hold points a little outside its bounds.
+        Child* const only = isWhole ? nullptr : onlyChildOf(polygon, children);
+        if (only != nullptr) {
+            const Word* const edgesEnd = word + (head >> cells::groupBits);
+            only->groups.insert(only->groups.end(), word - 2, edgesEnd);
+            word = edgesEnd;
+            continue;
+        }
         for (Child& child : children) {
             child.head = child.groups.size();
             child.groups.push_back(0);
@@ -314,6 +324,26 @@ void PointIndexBuilder::distribute(const Words& groups, Children& children) cons
             }
         }
     }
+}
+
+/// The one child that the polygon's bounds come near; null when there are several.
+///
+/// The group can be given to it as it is: what it says of the points of this cell holds for those
+/// of a part of it. All points of the other children lie outside the polygon.
+PointIndexBuilder::Child* PointIndexBuilder::onlyChildOf(Word polygon, Children& children) const {
+    const BoundingBox& bounds = polygons_[polygon].bounds;
+    Child* only = nullptr;
+    for (Child& child : children) {
+        const BoundingBox& box = child.box;
+        if (bounds.xMax + margin_ >= box.xMin && bounds.xMin - margin_ <= box.xMax &&
+            bounds.yMax + margin_ >= box.yMin && bounds.yMin - margin_ <= box.yMax) {
+            if (only != nullptr) {
+                return nullptr;
+            }
+            only = &child;
+        }
+    }
+    return only;
 }
 
 void PointIndexBuilder::splitEdge(Word edge, Children& children) const {
@@ -396,7 +426,12 @@ void PointIndexBuilder::fillOverview(Cell cell, const Place& place) {
     const std::size_t column = std::size_t{place.column} << scale;
     const std::size_t row = std::size_t{place.row} << scale;
     for (std::size_t y = row; y < row + size; ++y) {
-        for (std::size_t at = (y << bits) + column; at < (y << bits) + column + size; ++at) {
+        const std::size_t first = (y << bits) + column;
+        if (size >= 4) { // whole bytes
+            std::memset(&index_.overview_[first / 4], static_cast<int>(state * 0x55), size / 4);
+            continue;
+        }
+        for (std::size_t at = first; at < first + size; ++at) {
             index_.overview_[at / 4] =
                 static_cast<std::uint8_t>(index_.overview_[at / 4] | state << (2 * (at % 4)));
         }

@@ -69,6 +69,7 @@ private:
     Cell split(const Words& groups, const Place& place, std::size_t wordBudget);
     [[nodiscard]] BoundingBox boxOf(const Place& place) const;
     void distribute(const Words& groups, Children& children) const;
+    Child* onlyChildOf(Word polygon, Children& children) const;
     void splitEdge(Word edge, Children& children) const;
 
     void flatten(Cell root);

@@ -43,8 +43,7 @@ bool CMarkupSTL::indexDocument() {
     if (elements.size() < wanted) {
         // What the old index holds is not needed: let it go before the new one is made.
         std::vector<ElementPosition>(1).swap(elements);
-        elements.reserve(wanted);
-        elements.resize(wanted);
+        growTo(wanted);
     }
     const std::int32_t root = docText.empty() ? 0 : parseElement();
     if (root <= 0) {
@@ -97,14 +96,22 @@ std::int32_t CMarkupSTL::parseElement() {
     }
 }
 
+/// Makes room in the index, and asks for as much as the next growth will need: memory that is not
+/// used costs nothing, moving the index would.
+void CMarkupSTL::growTo(std::size_t size) {
+    if (elements.capacity() < size) {
+        elements.reserve(size + size / 2);
+    }
+    elements.resize(size);
+}
+
 /// Takes the next start tag inside `parent` into the index. Returns its place, 0 when an end tag
 /// comes first (`endLeft` of the parent is then its "<"), -1 after an error.
 std::int32_t CMarkupSTL::openElement(std::int32_t parent) {
     const std::int32_t index = freePos;
     const std::size_t size = elements.size();
     if (static_cast<std::size_t>(index) == size) {
-        elements.reserve(size + size / 2);
-        elements.resize(size + size / 2);
+        growTo(size + size / 2);
     }
     freePos = index + 1;
     ElementPosition& element = at(index);
