@@ -42,7 +42,7 @@ private:
 };
 
 /// Points to take turns with: enough that no branch predictor learns them by heart.
-inline constexpr std::size_t randomPointCount = std::size_t{1} << 16U;
+inline constexpr std::size_t randomPointCount = std::size_t{1} << 20U;
 
 /// So many points, evenly spread over the area.
 const std::vector<ElevationPoint>& randomPoints();

@@ -2,10 +2,15 @@
 // grows with the model; and what building the index costs.
 
 #include "boundary/point_index.h"
+#include "boundary/point_location.h"
 #include "point_subject.h"
+#include "run/record_batch.h"
 
 #include <benchmark/benchmark.h>
 
+#include <array>
+#include <cstddef>
+#include <span>
 #include <string>
 
 namespace {
@@ -24,9 +29,25 @@ void askForPoints(benchmark::State& state, Ask ask) {
     }
 }
 
+/// One point after the other, each answer awaited.
 void askModel(benchmark::State& state, const std::string& shape) {
     BoundaryModel& model = PointSubject::named(shape).warmModel();
     askForPoints(state, [&](const ElevationPoint& point) { return model.isInBoundary(point); });
+}
+
+/// As the clipping pass asks.
+void askModelInBatches(benchmark::State& state, const std::string& shape) {
+    BoundaryModel& model = PointSubject::named(shape).warmModel();
+    const std::span<const ElevationPoint> points = randomPoints();
+    std::array<PointLocation, RecordBatch::capacity> locations;
+    static_assert(randomPointCount % locations.size() == 0);
+    std::size_t next = 0;
+    while (state.KeepRunningBatch(locations.size())) {
+        model.locateEach(points.subspan(next, locations.size()), locations);
+        benchmark::DoNotOptimize(locations.data());
+        benchmark::ClobberMemory();
+        next = (next + locations.size()) % randomPointCount;
+    }
 }
 
 void walk(benchmark::State& state, const std::string& shape) {
@@ -58,6 +79,7 @@ void registerAll() {
     for (const std::string shape : {"square", "ring-10000", "ring-100000", "spikes-100000",
                                     "needles-100000", "polygons-10000"}) {
         RegisterBenchmark(("points/" + shape + "/model").c_str(), askModel, shape);
+        RegisterBenchmark(("points/" + shape + "/batches").c_str(), askModelInBatches, shape);
         RegisterBenchmark(("points/" + shape + "/walk").c_str(), walk, shape);
         RegisterBenchmark(("points/" + shape + "/geos").c_str(), askGeos, shape);
     }
@@ -65,6 +87,7 @@ void registerAll() {
          {"ring-100", "ring-1000", "ring-10000", "ring-100000", "ring-1000000", "polygons-10",
           "polygons-100", "polygons-1000", "polygons-10000", "polygons-100000"}) {
         RegisterBenchmark(("scaling/" + shape + "/model").c_str(), askModel, shape);
+        RegisterBenchmark(("scaling/" + shape + "/batches").c_str(), askModelInBatches, shape);
     }
     for (const std::string shape : {"ring-10000", "ring-100000", "ring-1000000", "spikes-100000",
                                     "needles-100000", "polygons-10000", "polygons-100000"}) {

@@ -34,18 +34,19 @@ public:
         Spikes,     ///< one ring of long, close spikes
         Many,       ///< many small polygons
         Degenerate, ///< segments, flat polygons, single vertices, repeated vertices
+        Borders,    ///< tips a few units in the last place from where cells of an index meet
         Offset,     ///< a small shape far from the origin: coordinates with few bits to spare
         Huge        ///< coordinates of very different magnitude
     };
 
     static std::vector<Kind> allKinds() {
-        return {Kind::Random, Kind::Grid,       Kind::Star,   Kind::Spikes,
-                Kind::Many,   Kind::Degenerate, Kind::Offset, Kind::Huge};
+        return {Kind::Random,     Kind::Grid,    Kind::Star,   Kind::Spikes, Kind::Many,
+                Kind::Degenerate, Kind::Borders, Kind::Offset, Kind::Huge};
     }
 
     static std::string name(Kind kind) {
-        static const std::vector<std::string> names{"Random", "Grid",       "Star",   "Spikes",
-                                                    "Many",   "Degenerate", "Offset", "Huge"};
+        static const std::vector<std::string> names{
+            "Random", "Grid", "Star", "Spikes", "Many", "Degenerate", "Borders", "Offset", "Huge"};
         return names[static_cast<std::size_t>(kind)];
     }
 
@@ -79,6 +80,9 @@ public:
             break;
         case Kind::Degenerate:
             addDegenerate(model);
+            break;
+        case Kind::Borders:
+            addAtCellBorders(model);
             break;
         case Kind::Offset:
             for (std::size_t n = 1 + below(3); n > 0; --n) {
@@ -220,6 +224,34 @@ private:
                 {from, to, from, to, from},                       // there and back
                 {from, from, from, to, to, {to.x, from.y}}};
             addRing(model, rings[below(rings.size())]);
+        }
+    }
+
+    /// Triangles with a tip where the quarters of the index's cells meet, give or take some units
+    /// in the last place, in an area that two more triangles fix.
+    void addAtCellBorders(BoundaryModel& model) {
+        const double size = 1000.0;
+        const double start = -uniform(0, size); // near the origin doubles are finer than the cells
+        const double end = start + size;
+        addRing(model, {{start, start}, {start + 1, start}, {start, start + 1}});
+        addRing(model, {{end, end}, {end - 1, end}, {end, end - 1}});
+        const double margin = std::ldexp(std::max(-start, end), -46); // as the index chooses it
+        const auto border = [&] {
+            const std::size_t cells = std::size_t{2} << below(3);
+            const double share =
+                static_cast<double>(1 + below(cells - 1)) / static_cast<double>(cells);
+            double at = start - margin + (size + 4 * margin) * share;
+            for (std::size_t steps = below(7); steps > 0; --steps) {
+                at = beside(at);
+            }
+            return at;
+        };
+        for (std::size_t n = 20 + below(60); n > 0; --n) {
+            const double within = uniform(start + 2, end - 2);
+            const BoundaryVertex tip =
+                below(2) == 0 ? BoundaryVertex{border(), within} : BoundaryVertex{within, border()};
+            const BoundaryVertex side{uniform(-1, 1), uniform(-1, 1)};
+            addRing(model, {tip, {tip.x + side.x, tip.y}, {tip.x, tip.y + side.y}});
         }
     }
 

@@ -9,6 +9,8 @@
 #include "model_generator.h"
 #include "plain_walk.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -17,10 +19,11 @@
 namespace {
 
 using veldtrim::ElevationPoint;
+using veldtrim::PointLocation;
 using veldtrim::test::ModelGenerator;
 
 constexpr long long usualPoints = 50'000'000;
-constexpr int pointsPerModel = 5'000;
+constexpr std::size_t pointsPerModel = 5'000;
 
 struct Tally {
     long long models = 0;
@@ -34,11 +37,15 @@ bool checkModel(ModelGenerator::Kind kind, unsigned seed, Tally& tally) {
     const veldtrim::BoundaryModel model = generator.model(kind);
     std::vector<veldtrim::BoundaryPolygon> polygons = model.polygons();
     const veldtrim::PointIndex index(polygons, model.vertices());
-    for (int i = 0; i < pointsPerModel; ++i) {
-        const ElevationPoint point = generator.point(model);
+    std::vector<ElevationPoint> points(pointsPerModel);
+    std::generate(points.begin(), points.end(), [&] { return generator.point(model); });
+    std::vector<PointLocation> locations(points.size());
+    index.locateEach(polygons, model.vertices(), points, locations);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const ElevationPoint& point = points[i];
         const bool walked = veldtrim::fuzz::plainWalk(polygons, model.vertices(), point);
-        if ((index.locate(polygons, model.vertices(), point) != veldtrim::PointLocation::Outside) !=
-            walked) {
+        const PointLocation alone = index.locate(polygons, model.vertices(), point);
+        if ((alone != PointLocation::Outside) != walked || locations[i] != alone) {
             std::printf("kind %s, seed %u: the walk says %s for %a %a\n",
                         ModelGenerator::name(kind).c_str(), seed, walked ? "inside" : "outside",
                         point.x, point.y);

@@ -1,13 +1,17 @@
 #include "boundary/boundary_model.h"
 
+#include <new>
+
 namespace veldtrim {
 
 void BoundaryModel::clearVertices() {
     vertices_.clear();
+    dropIndex();
 }
 
 void BoundaryModel::clearPolygons() {
     polygons_.clear();
+    dropIndex();
 }
 
 void BoundaryModel::clear() {
@@ -33,6 +37,17 @@ PointLocation BoundaryModel::locate(const ElevationPoint& point) {
     return walkPolygons(point);
 }
 
+void BoundaryModel::locateEach(std::span<const ElevationPoint> points,
+                               std::span<PointLocation> locations) {
+    if (index_) {
+        index_->locateEach(polygons_, vertices_, points, locations);
+        return;
+    }
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        locations[i] = locate(points[i]);
+    }
+}
+
 PointLocation BoundaryModel::walkPolygons(const ElevationPoint& point) {
     std::size_t steps = 0;
     PointLocation found = PointLocation::Outside;
@@ -49,10 +64,18 @@ PointLocation BoundaryModel::walkPolygons(const ElevationPoint& point) {
     if (isLarge_) {
         stepsWalked_ += steps;
         if (stepsWalked_ > PointIndex::worthBuildingAfter * (polygons_.size() + vertices_.size())) {
-            index_ = std::make_shared<const PointIndex>(polygons_, vertices_);
+            buildIndex();
         }
     }
     return found;
+}
+
+void BoundaryModel::buildIndex() {
+    try {
+        index_ = std::make_shared<const PointIndex>(polygons_, vertices_);
+    } catch (const std::bad_alloc&) {
+        isLarge_ = false; // slow is better than not at all
+    }
 }
 
 void BoundaryModel::dropIndex() {

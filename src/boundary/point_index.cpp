@@ -15,56 +15,55 @@ PointIndex::PointIndex(const std::vector<BoundaryPolygon>& polygons,
 PointLocation PointIndex::locate(std::vector<BoundaryPolygon>& polygons,
                                  const std::vector<BoundaryVertex>& vertices,
                                  const ElevationPoint& point) const {
-    const cells::Cell cell = cellAt(point);
-    PointLocation location = PointLocation::Outside;
+    const PointLocation location = locateInCell(cellAt(point), polygons, vertices, point);
+    return location != PointLocation::Outside ? location
+                                              : locateInUnindexed(polygons, vertices, point);
+}
+
+cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
+    if (!isInRegion(point)) {
+        return cells::outside;
+    }
+    const Place place = placeOf(point);
+    const unsigned state = overviewState(overviewEntry(place));
+    if (state != cells::mixed) {
+        return state;
+    }
+    unsigned shift = tableShift_;
+    cells::Cell cell = *tableEntry(place);
+    while ((cell & cells::kindMask) == cells::split) {
+        cell = *quarterOf(cell, place, --shift);
+    }
+    return cell;
+}
+
+PointLocation PointIndex::locateInCell(cells::Cell cell, std::vector<BoundaryPolygon>& polygons,
+                                       const std::vector<BoundaryVertex>& vertices,
+                                       const ElevationPoint& point) const {
     switch (cell & cells::kindMask) {
     case cells::inside:
         return PointLocation::Inside;
     case cells::run:
-        location = locateInRun(cell, point);
-        break;
+        return locateInRun(cell, point);
     case cells::leaf:
-        location = locateInLeaf(&leaves_[cell >> cells::kindBits], polygons, vertices, point);
-        break;
+        return locateInLeaf(&leaves_[cell >> cells::kindBits], polygons, vertices, point);
     default:
-        break;
+        return PointLocation::Outside;
     }
-    if (location != PointLocation::Outside) {
-        return location;
-    }
+}
+
+PointLocation PointIndex::locateInUnindexed(std::vector<BoundaryPolygon>& polygons,
+                                            const std::vector<BoundaryVertex>& vertices,
+                                            const ElevationPoint& point) const {
     for (const std::uint32_t number : unindexed_) {
         if (boundsContain(polygons[number], point)) {
-            location = locatePoint(polygons[number], vertices, point);
+            const PointLocation location = locatePoint(polygons[number], vertices, point);
             if (location != PointLocation::Outside) {
                 return location;
             }
         }
     }
     return PointLocation::Outside;
-}
-
-cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
-    if (!(point.x >= region_.xMin && point.x <= region_.xMax && point.y >= region_.yMin &&
-          point.y <= region_.yMax)) {
-        return cells::outside;
-    }
-    const auto column = static_cast<std::uint32_t>((point.x - region_.xMin) * xScale_);
-    const auto row = static_cast<std::uint32_t>((point.y - region_.yMin) * yScale_);
-    const std::size_t place = (static_cast<std::size_t>(row >> overviewShift_) << overviewBits_) +
-                              (column >> overviewShift_);
-    const unsigned state = overview_[place / 4] >> (2 * (place % 4)) & cells::stateMask;
-    if (state != cells::mixed) {
-        return state;
-    }
-    unsigned shift = tableShift_;
-    cells::Cell cell =
-        table_[(static_cast<std::size_t>(row >> shift) << tableBits_) + (column >> shift)];
-    while ((cell & cells::kindMask) == cells::split) {
-        --shift;
-        const std::size_t quarter = (row >> shift & 1U) << 1U | (column >> shift & 1U);
-        cell = quads_[(cell >> cells::kindBits) + quarter];
-    }
-    return cell;
 }
 
 namespace {

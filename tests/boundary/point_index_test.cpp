@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <random>
 #include <vector>
@@ -49,10 +50,18 @@ TEST_P(PointIndexKinds, AnswersAsTheWalkDoes) {
         const BoundaryModel model = generator.model(GetParam());
         std::vector<BoundaryPolygon> polygons = model.polygons();
         const PointIndex index(polygons, model.vertices());
-        for (int i = 0; i < 1500; ++i) {
-            const ElevationPoint point = generator.point(model);
-            ASSERT_TRUE(agree(index, polygons, model.vertices(), point))
-                << "seed " << seed << std::hexfloat << ", point " << point.x << " " << point.y;
+        std::vector<ElevationPoint> points(1500);
+        std::generate(points.begin(), points.end(), [&] { return generator.point(model); });
+        std::vector<PointLocation> locations(points.size());
+        index.locateEach(polygons, model.vertices(), points, locations);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const ElevationPoint& point = points[i];
+            const auto where = [&] {
+                return testing::Message() << "seed " << seed << std::hexfloat << ", point "
+                                          << point.x << " " << point.y;
+            };
+            ASSERT_TRUE(agree(index, polygons, model.vertices(), point)) << where();
+            ASSERT_EQ(index.locate(polygons, model.vertices(), point), locations[i]) << where();
         }
     }
 }
@@ -73,8 +82,15 @@ TEST(PointIndex, TakesAnyModelAndAnyPoint) {
         {{0, 0}, {5e-324, 5e-324}, {0, 5e-324}},
         {{0, 0}, {1e-160, 2e-160}, {3e-160, 0}},
         {{0, 0}, {7, 5e-324}, {7, 3}, {0, 3}}};
-    std::vector<double> values{0,      1,          5,      -0.0, 4,   1e308,    -1e308, infinity,
-                               5e-324, notANumber, 1e-160, 7,    3.5, 1.5e-160, 2};
+    const std::vector<double> values{
+        0, 1, 5, -0.0, 4, 1e308, -1e308, infinity, 5e-324, notANumber, 1e-160, 7, 3.5, 1.5e-160, 2};
+    std::vector<ElevationPoint> points;
+    for (const double x : values) {
+        for (const double y : values) {
+            points.push_back({x, y});
+        }
+    }
+    std::vector<PointLocation> locations(points.size());
     for (std::size_t use = 0; use < std::size_t{1} << rings.size(); ++use) {
         BoundaryModel model;
         for (std::size_t i = 0; i < rings.size(); ++i) {
@@ -84,11 +100,11 @@ TEST(PointIndex, TakesAnyModelAndAnyPoint) {
         }
         std::vector<BoundaryPolygon> polygons = model.polygons();
         const PointIndex index(polygons, model.vertices());
-        for (const double x : values) {
-            for (const double y : values) {
-                ASSERT_TRUE(agree(index, polygons, model.vertices(), {x, y}))
-                    << "rings " << use << " point " << x << " " << y;
-            }
+        index.locateEach(polygons, model.vertices(), points, locations);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            ASSERT_TRUE(agree(index, polygons, model.vertices(), points[i]) &&
+                        index.locate(polygons, model.vertices(), points[i]) == locations[i])
+                << "rings " << use << " point " << points[i].x << " " << points[i].y;
         }
     }
 }
@@ -109,13 +125,44 @@ TEST(PointIndex, IsBuiltAndDroppedByItsModel) {
     for (int round = 0; round < 3; ++round) {
         std::vector<BoundaryPolygon> polygons = model.polygons();
         for (int i = 0; i < 3000; ++i) {
-            const ElevationPoint point = generator.point(model);
-            ASSERT_EQ(model.isInBoundary(point), anyHolds(polygons, model.vertices(), point));
+            const std::array points{generator.point(model), generator.point(model)};
+            std::array<PointLocation, points.size()> locations{};
+            model.locateEach(points, locations);
+            for (std::size_t n = 0; n < points.size(); ++n) {
+                const bool held = anyHolds(polygons, model.vertices(), points[n]);
+                ASSERT_EQ(locations[n] != PointLocation::Outside, held);
+                ASSERT_EQ(model.isInBoundary(points[n]), held);
+            }
         }
         test::addRings(model, generator.model(ModelGenerator::Kind::Grid));
     }
+}
+
+TEST(PointIndex, GoesWithTheModelThatIsCleared) {
+    BoundaryModel model = ModelGenerator(1).model(ModelGenerator::Kind::Star);
+    for (int i = 0; i < 20'000; ++i) {
+        ASSERT_TRUE(model.isInBoundary({0, 0}));
+    }
     model.clear();
     EXPECT_FALSE(model.isInBoundary({0, 0}));
+}
+
+TEST(PointIndex, LooksUpGroupsOfAnySize) {
+    ModelGenerator generator(2);
+    const BoundaryModel model = generator.model(ModelGenerator::Kind::Star);
+    std::vector<BoundaryPolygon> polygons = model.polygons();
+    const PointIndex index(polygons, model.vertices());
+    for (const std::size_t size : std::array<std::size_t, 7>{0, 1, 255, 256, 257, 512, 513}) {
+        std::vector<ElevationPoint> points; // none that is settled before it meets an edge
+        for (std::size_t i = 0; i < size; ++i) {
+            const BoundaryVertex& vertex = model.vertices()[i % model.vertices().size()];
+            points.push_back({vertex.x, vertex.y});
+        }
+        std::vector<PointLocation> locations(size, PointLocation::Outside);
+        index.locateEach(polygons, model.vertices(), points, locations);
+        EXPECT_EQ(std::count(locations.begin(), locations.end(), PointLocation::OnBoundary),
+                  static_cast<std::ptrdiff_t>(size));
+    }
 }
 
 TEST(PointIndex, StaysSmallOnLongSpikes) {
