@@ -21,34 +21,38 @@ LineReader::LineReader(const std::string& path, std::size_t maxLength)
     : file_(PlatformFile::openForReading(path)), maxLength_(maxLength) {}
 
 bool LineReader::next(Line& line) {
-    std::size_t searched = 0; // bytes from begin_ on that are known to hold no line feed
-    for (;;) {
-        const char* const first = buffer_.data() + begin_;
-        const std::size_t atHand = end_ - begin_;
-        const void* const lineFeed =
-            atHand == searched ? nullptr : std::memchr(first + searched, '\n', atHand - searched);
-        const std::size_t length =
-            lineFeed == nullptr
-                ? atHand
-                : static_cast<std::size_t>(static_cast<const char*>(lineFeed) - first);
-        if (length > maxLength_) {
-            line.text = line.raw = {first, maxLength_};
-            begin_ += maxLength_;
-            return true;
-        }
-        if (lineFeed != nullptr) {
-            line.raw = {first, length + 1};
-            line.text = withoutCarriageReturn({first, length});
-            begin_ += length + 1;
-            return true;
-        }
-        searched = atHand;
+    std::size_t searched = 0; // bytes at hand that are known to hold no line feed
+    while (!takeNext(line, searched)) {
+        searched = end_ - begin_;
         if (!readMore()) {
-            line.text = line.raw = {buffer_.data() + begin_, atHand};
+            line.text = line.raw = {buffer_.data() + begin_, searched};
             begin_ = end_;
-            return atHand != 0;
+            return searched != 0;
         }
     }
+    return true;
+}
+
+bool LineReader::takeNext(Line& line, std::size_t searched) {
+    const char* const first = buffer_.data() + begin_;
+    const std::size_t atHand = end_ - begin_;
+    const void* const lineFeed =
+        atHand == searched ? nullptr : std::memchr(first + searched, '\n', atHand - searched);
+    const std::size_t length =
+        lineFeed == nullptr ? atHand
+                            : static_cast<std::size_t>(static_cast<const char*>(lineFeed) - first);
+    if (length > maxLength_) {
+        line.text = line.raw = {first, maxLength_};
+        begin_ += maxLength_;
+        return true;
+    }
+    if (lineFeed == nullptr) {
+        return false;
+    }
+    line.raw = {first, length + 1};
+    line.text = withoutCarriageReturn({first, length});
+    begin_ += length + 1;
+    return true;
 }
 
 bool LineReader::readMore() {

@@ -37,9 +37,17 @@ public:
     /// empty, after the last line. Throws std::system_error when the system fails to read.
     bool next(Line& line);
 
+    /// The same for a line that has been read from the file already: lines that were handed out
+    /// before stay valid. Returns false, with `line` as it was, when there is no such line.
+    bool nextAtHand(Line& line) { return takeNext(line, 0); }
+
     void close() { file_.close(); }
 
 private:
+    /// Hands out the next line if it ends among the bytes at hand, of which the first `searched`
+    /// hold no line feed.
+    bool takeNext(Line& line, std::size_t searched);
+
     /// Reads more behind the bytes at hand, which may move; false at the end of the file.
     bool readMore();
 

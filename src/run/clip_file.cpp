@@ -2,8 +2,8 @@
 
 #include "elevation/header.h"
 #include "elevation/line_reader.h"
-#include "elevation/record.h"
 #include "run/line_writer.h"
+#include "run/record_batch.h"
 
 #include <pulsenote.h>
 
@@ -30,12 +30,16 @@ std::int32_t clipFile(BoundaryModel& model, std::string inputPath, std::string o
     ProgressMessage progress(progressOffset * progressScale,
                              (recordCount + progressOffset) * progressScale, recordCount);
     std::int32_t kept = 0;
-    ElevationPoint point;
-    for (std::int32_t i = 0; i < recordCount; ++i) {
+    RecordBatch batch;
+    std::size_t next = 0; // record of the batch
+    for (std::int32_t i = 0; i < recordCount; ++i, ++next) {
         progress.OnProgress(i, false);
-        input.next(line);
-        if (parseRecord(line.text, format, separator, point) && model.isInBoundary(point)) {
-            output.write(line);
+        if (next == batch.size()) {
+            batch.read(input, static_cast<std::size_t>(recordCount - i), format, separator, model);
+            next = 0;
+        }
+        if (batch.keeps(next)) {
+            output.write(batch.line(next));
             ++kept;
         }
     }

@@ -26,6 +26,23 @@ Lines readAll(const std::string& path,
     return lines;
 }
 
+/// The same lines, looked at only when no further line is at hand.
+Lines readAhead(const std::string& path) {
+    LineReader reader(path);
+    Lines lines;
+    std::vector<Line> atHand(1);
+    while (reader.next(atHand.front())) {
+        for (Line line; reader.nextAtHand(line);) {
+            atHand.push_back(line);
+        }
+        for (const Line& line : atHand) {
+            lines.emplace_back(line.text, line.raw);
+        }
+        atHand.resize(1);
+    }
+    return lines;
+}
+
 TEST(LineReader, EndsLinesAtLineFeeds) {
     const test::TemporaryDirectory directory;
     const std::string bytes("a\r\n\n\r\nc\rd\r\r\n\x1A\0f\ng\r", 18);
@@ -57,6 +74,7 @@ TEST(LineReader, JoinsLinesAcrossBlocks) {
             expected.emplace_back(text, raw);
         }
         ASSERT_EQ(readAll(directory.write("lines", bytes)), expected);
+        ASSERT_EQ(readAhead(directory.path("lines")), expected);
     }
 }
 

@@ -1,12 +1,15 @@
 #include "boundary/model_builder.h"
+#include "elevation/record.h"
 #include "run/clip_file.h"
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
 #include <pulsenote_recorder.h>
 
+#include <random>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace veldtrim {
 namespace {
@@ -37,6 +40,30 @@ TEST_F(ClipFile, ReadsAsManyRecordsAsItIsTold) {
     EXPECT_EQ(clip(input, 5), 3) << "a file that became shorter";
     EXPECT_EQ(clip(input, 0), 0);
     EXPECT_EQ(output(), "x y z\n");
+}
+
+// Records are read ahead in batches that end where a block of the file does.
+TEST_F(ClipFile, KeepsRecordsOneByOneWhateverIsReadAhead) {
+    std::mt19937 random(11);
+    const std::vector<std::string> rests{";", ";3\r", ";" + std::string(5000, 'r'), "", "x"};
+    std::string input = "x;y;z\n";
+    std::string expected = input;
+    std::int32_t kept = 0;
+    constexpr std::int32_t records = 4000;
+    for (int i = 0; i < records; ++i) {
+        const std::string line =
+            std::to_string(random() % 16) + ";7" + rests[random() % rests.size()];
+        input += line + "\n";
+        ElevationPoint point;
+        if (parseRecord(line, 'x', ';', point) && model_.isInBoundary(point)) {
+            expected += line.substr(0, line.find('\r')) + "\n";
+            ++kept;
+        }
+    }
+    EXPECT_EQ(clip(input, records), kept);
+    EXPECT_TRUE(output() == expected);
+    const std::size_t besides = 3; // the state, and both ends of the stretch
+    EXPECT_EQ(pulsenote_recorder::events().size(), records + besides);
 }
 
 TEST_F(ClipFile, LeavesAnEmptyFileAndNoWordForAWrongHeader) {
