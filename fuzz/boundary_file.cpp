@@ -28,6 +28,7 @@ using veldtrim::BoundaryPolygon;
 using veldtrim::BoundaryVertex;
 using veldtrim::ElevationPoint;
 using veldtrim::PointIndex;
+using veldtrim::PointLocation;
 using veldtrim::fuzz::Draw;
 using veldtrim::fuzz::DrawnBoundaries;
 using veldtrim::fuzz::require;
@@ -84,14 +85,21 @@ void checkPoints(BoundaryModel& model) {
     const std::vector<BoundaryVertex>& vertices = model.vertices();
     const PointIndex index(polygons, vertices);
     const std::vector<ElevationPoint> points = pointsToTest(vertices);
+    std::vector<PointLocation> fromIndex(points.size());
+    index.locateEach(polygons, vertices, points, fromIndex);
     // The second round meets a model that may have built data of its own by then.
+    std::vector<PointLocation> fromModel(points.size());
     for (int round = 0; round < 2; ++round) {
-        for (const ElevationPoint& point : points) {
-            const bool walked = veldtrim::fuzz::plainWalk(polygons, vertices, point);
-            require(model.isInBoundary(point) == walked, "the model answers as the walk does");
-            require((index.locate(polygons, vertices, point) != veldtrim::PointLocation::Outside) ==
-                        walked,
+        model.locateEach(points, fromModel);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const bool walked = veldtrim::fuzz::plainWalk(polygons, vertices, points[i]);
+            require(model.isInBoundary(points[i]) == walked, "the model answers as the walk does");
+            require((fromModel[i] != PointLocation::Outside) == walked,
+                    "the model answers for many points as for one");
+            require((fromIndex[i] != PointLocation::Outside) == walked,
                     "the index answers as the walk does");
+            require(index.locate(polygons, vertices, points[i]) == fromIndex[i],
+                    "the index answers for many points as for one");
         }
     }
 }
@@ -104,7 +112,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         static_cast<void>(read(std::string(veldtrim::fuzz::textOf(data, size)), model));
     } else {
         Draw input(veldtrim::fuzz::textOf(data, size));
-        const DrawnBoundaries drawn = veldtrim::fuzz::drawBoundaries(input);
+        const DrawnBoundaries drawn = veldtrim::fuzz::drawBoundaries(input, true);
         require(read(drawn.text, model), "a file of valid form is read");
         checkModel(model, drawn);
     }

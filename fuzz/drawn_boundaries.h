@@ -12,10 +12,12 @@
 
 namespace veldtrim::fuzz {
 
+using DrawnRing = std::vector<std::array<std::string_view, 2>>;
+
 struct DrawnBoundaries {
     std::string text;
     /// The coordinate texts of the rings in the groups that count, in order.
-    std::vector<std::vector<std::array<std::string_view, 2>>> rings;
+    std::vector<DrawnRing> rings;
 };
 
 /// Mostly small whole numbers, so that edges meet points and each other.
@@ -28,26 +30,49 @@ inline std::string_view drawCoordinate(Draw& input) {
     return input.oneOf(coordinates);
 }
 
-inline DrawnBoundaries drawBoundaries(Draw& input) {
+inline std::string polygonText(const DrawnRing& ring) {
+    std::string text = "<polygon id=\"7\">";
+    for (const auto& [x, y] : ring) {
+        text +=
+            "<point x=\"" + std::string(x) + "\" y=\"" + std::string(y) + "\" segmenttype=\"0\"/>";
+    }
+    return text + "</polygon>";
+}
+
+/// Up and down between two heights: edges so many and so close that the point index cannot part
+/// them.
+inline DrawnRing drawSheaf(Draw& input) {
+    static constexpr std::array<std::string_view, 8> abscissas{
+        "3", "3", "3.0000001", "3.0000002", "3.0000003", "2.9999999", "5", "4"};
+    DrawnRing ring;
+    for (std::size_t points = 24 + input.below(200); points > 0; --points) {
+        ring.push_back({input.oneOf(abscissas), points % 2 == 0 ? "0" : "8"});
+    }
+    return ring;
+}
+
+/// `withSheaf` allows one more polygon, drawn from what is left of the input.
+inline DrawnBoundaries drawBoundaries(Draw& input, bool withSheaf = false) {
     DrawnBoundaries drawn;
     drawn.text = "<project><TavelDGM>";
     for (std::size_t groups = 1 + input.below(3); groups > 0; --groups) {
         const bool counts = input.below(4) != 3;
         drawn.text += counts ? "<group type=\"boundaries\">" : "<group type='other'>";
         for (std::size_t polygons = input.below(6); polygons > 0; --polygons) {
-            drawn.text += "<polygon id=\"7\">";
-            std::vector<std::array<std::string_view, 2>> ring;
+            DrawnRing ring;
             for (std::size_t points = input.below(12); points > 0; --points) {
                 ring.push_back({drawCoordinate(input), drawCoordinate(input)});
-                drawn.text += "<point x=\"" + std::string(ring.back()[0]) + "\" y=\"" +
-                              std::string(ring.back()[1]) + "\" segmenttype=\"0\"/>";
             }
-            drawn.text += "</polygon>";
+            drawn.text += polygonText(ring);
             if (counts) {
                 drawn.rings.push_back(ring);
             }
         }
         drawn.text += "</group>";
+    }
+    if (withSheaf && input.below(3) == 1) {
+        drawn.rings.push_back(drawSheaf(input));
+        drawn.text += "<group type=\"boundaries\">" + polygonText(drawn.rings.back()) + "</group>";
     }
     drawn.text += "</TavelDGM></project>";
     return drawn;
