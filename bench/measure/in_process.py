@@ -56,29 +56,35 @@ def run_benchmarks(plan, tool, filter="."):
     return results
 
 
+# How the points are asked for: as the clipping pass does, and each when the one before is answered.
+WAYS = {"batches": "in batches", "model": "one by one"}
+
+
 def point_test(plan):
     results = run_benchmarks(plan, "point_test", "^points/")
     rows = []
     for shape, what in SHAPES.items():
-        own = results[f"points/{shape}/model"].nanoseconds()
-        for method, name in {"walk": "plain walk", "geos": "GEOS, prepared geometry"}.items():
-            other = results[f"points/{shape}/{method}"].nanoseconds()
-            figures = nanoseconds(own), name, nanoseconds(other), ratio(own, other)
-            rows.append(Row("point test, a point", what, *figures))
+        for way, asked in WAYS.items():
+            own = results[f"points/{shape}/{way}"].nanoseconds()
+            for method, name in {"walk": "plain walk", "geos": "GEOS, prepared geometry"}.items():
+                other = results[f"points/{shape}/{method}"].nanoseconds()
+                figures = nanoseconds(own), name, nanoseconds(other), ratio(own, other)
+                rows.append(Row("point test, a point", f"{what}, {asked}", *figures))
     return rows
 
 
 def scaling(plan):
     results = run_benchmarks(plan, "point_test", "^scaling/")
     rows = []
-    for kind, least, noun in (("ring", 100, "vertices"), ("polygons", 10, "polygons")):
-        base = results[f"scaling/{kind}-{least}/model"].nanoseconds()
-        size = least * 10
-        while f"scaling/{kind}-{size}/model" in results:
-            own = results[f"scaling/{kind}-{size}/model"].nanoseconds()
-            figures = nanoseconds(own), f"{least} {noun}", nanoseconds(base), ratio(own, base)
-            rows.append(Row("growth of the point test", f"{size:,} {noun}", *figures))
-            size *= 10
+    for way, asked in WAYS.items():
+        for kind, least, noun in (("ring", 100, "vertices"), ("polygons", 10, "polygons")):
+            base = results[f"scaling/{kind}-{least}/{way}"].nanoseconds()
+            size = least * 10
+            while f"scaling/{kind}-{size}/{way}" in results:
+                own = results[f"scaling/{kind}-{size}/{way}"].nanoseconds()
+                figures = nanoseconds(own), f"{least} {noun}", nanoseconds(base), ratio(own, base)
+                rows.append(Row("growth of the point test", f"{size:,} {noun}, {asked}", *figures))
+                size *= 10
     return rows
 
 

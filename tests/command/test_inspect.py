@@ -119,6 +119,16 @@ def test_files(program, inspector, tmp_path):
     assert files.keys() == {name for name, _, _ in FILES}
     for name, _, expected in FILES:
         assert {key: files[name].get(key) for key in expected} == expected, name
+    text = inspect(inspector, tmp_path, "./scans", "boundary.xml").stdout
+    for said in (
+        "left out: its name does not end in",
+        "decimal commas: x and y are read up to the comma",
+        "the last line has no line feed and is not read",
+        "lines end in LF and CR LF mixed",
+        "... and 1 more that are not read",
+        "node, separator none",
+    ):
+        assert said in text, said
     # and the run agrees
     assert program.run(tmp_path, "./scans", "clipped", "boundary.xml").code == 0
 
@@ -148,6 +158,14 @@ def test_polygons(program, inspector, tmp_path):
     assert [polygon["holds"] for polygon in report["polygons"]] == [2, 1, 1, 0, 0, 0]
     counts = {key: report["records"][key] for key in ("inside", "onBoundary", "outside")}
     assert counts == {"inside": 2, "onBoundary": 1, "outside": 1}
+
+
+def test_polygon_too_intricate_to_be_searched(program, inspector, tmp_path):
+    zigzag = [(i % 2 * 1000, i / 16) for i in range(12_000)]
+    ring = [*zigzag, (-10, 750), (-10, 0)]
+    write_tree(tmp_path, {"scans/a.xyz": scan([(-5, 5)]), "boundary.xml": boundary_xml(ring)})
+    report = program.inspect(tmp_path, "./scans", "boundary.xml")
+    assert "too intricate" in report["polygons"][0]["remarks"][0]
 
 
 @pytest.mark.parametrize(
@@ -180,6 +198,8 @@ def test_command_line(inspector, tmp_path):
         assert inspect(inspector, tmp_path, *arguments).returncode == 0
     bare = inspect(inspector, tmp_path / "area", "scans", "boundary.xml")
     assert bare.returncode == 1 and "write ./scans" in bare.stdout
+    nothing = inspect(inspector, tmp_path, paths[0], "no.xml", "--picture", "a.png")
+    assert nothing.returncode == 1 and "no picture: nothing was read" in nothing.stderr
     nowhere = inspect(inspector, tmp_path, *paths, "--picture", "no/where.png")
     assert nowhere.returncode == 1 and "cannot write the picture no/where.png" in nowhere.stderr
 
@@ -191,6 +211,41 @@ def test_picture(inspector, tmp_path, name, start):
     assert (run.returncode, run.stderr) == (0, "")
     picture = (tmp_path / name).read_bytes()
     assert picture.startswith(start) and len(picture) > 5000
+
+
+def colours(picture):
+    """The places of the pixels in the colours of kept and of dropped points."""
+    kept, dropped = [], []
+    for y in range(picture.height):
+        for x in range(picture.width):
+            red, green, blue = picture.getpixel((x, y))
+            if green > red + 20 and green > blue + 20:
+                kept.append((x, y))
+            elif red > green + 20 and green > blue + 20:
+                dropped.append((x, y))
+    return kept, dropped
+
+
+# As dots, and as an image of densities.
+@pytest.mark.parametrize("side", [60, 200])
+def test_picture_shows_what_is_kept(inspector, tmp_path, side):
+    image = pytest.importorskip("PIL.Image")
+    points = [(10 * x / side, 10 * y / side) for x in range(side) for y in range(side)]
+    square = boundary_xml([(2, 2), (4, 2), (4, 6), (2, 6)])
+    write_tree(tmp_path, {"scans/a.xyz": scan(points), "boundary.xml": square})
+    for name in ("a.svg", "a.png"):
+        run = inspect(inspector, tmp_path, "./scans", "boundary.xml", "--picture", name)
+        assert (run.returncode, run.stderr) == (0, "")
+    whole = image.open(tmp_path / "a.png").convert("RGB")
+    legend = 0.74 * whole.width
+    kept, dropped = colours(whole.crop((0, 0, legend, whole.height)))
+    # The square in shares of all points' width and height; y of a picture grows downwards.
+    for axis, low, high in ((0, 0.2, 0.4), (1, 0.4, 0.8)):
+        first = min(place[axis] for place in dropped)
+        extent = max(place[axis] for place in dropped) - first
+        places = [place[axis] for place in kept]
+        assert (min(places) - first) / extent == pytest.approx(low, abs=0.03)
+        assert (max(places) - first) / extent == pytest.approx(high, abs=0.03)
 
 
 @pytest.mark.parametrize("points", [[], [(5, 5)], [(1e300, -1e300), (0, 0)], [("nan", 1), (1e15, 0)]])
