@@ -2,7 +2,10 @@ import os
 import shlex
 
 import pytest
-from harness import Program
+
+pytest.register_assert_rewrite("harness")  # its failures say what differs
+
+from harness import Program  # noqa: E402
 
 
 def pytest_addoption(parser):
