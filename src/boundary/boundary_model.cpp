@@ -1,5 +1,6 @@
 #include "boundary/boundary_model.h"
 
+#include <cassert>
 #include <new>
 
 namespace veldtrim {
@@ -39,6 +40,7 @@ PointLocation BoundaryModel::locate(const ElevationPoint& point) {
 
 void BoundaryModel::locateEach(std::span<const ElevationPoint> points,
                                std::span<PointLocation> locations) {
+    assert(points.size() == locations.size());
     if (index_) {
         index_->locateEach(polygons_, vertices_, points, locations);
         return;

@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <ostream>
+#include <utility>
 
 namespace veldtrim::pulsenote_recorder {
 
@@ -11,6 +12,7 @@ namespace {
 
 std::vector<Event> recordedEvents;
 bool recordsSteps = true;
+std::function<void(int)> stepObserver;
 
 } // namespace
 
@@ -59,10 +61,15 @@ const std::vector<Event>& events() {
 void clear() {
     recordedEvents.clear();
     recordsSteps = true;
+    stepObserver = nullptr;
 }
 
 void recordSteps(bool recorded) {
     recordsSteps = recorded;
+}
+
+void tellSteps(std::function<void(int step)> observer) {
+    stepObserver = std::move(observer);
 }
 
 } // namespace veldtrim::pulsenote_recorder
@@ -102,6 +109,9 @@ ProgressMessage::~ProgressMessage() {
 }
 
 void ProgressMessage::OnProgress(int step, bool flag) {
+    if (stepObserver) {
+        stepObserver(step);
+    }
     if (recordsSteps) {
         recordedEvents.push_back({.kind = "progressStep", .flag = flag, .steps = step});
     }

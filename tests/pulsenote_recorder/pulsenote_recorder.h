@@ -1,6 +1,7 @@
 /// The status-message library as tests link it: nothing is delivered, everything is recorded.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -34,10 +35,13 @@ std::ostream& operator<<(std::ostream& out, const Event& event);
 /// What was recorded since the start or the last `clear`, in order.
 const std::vector<Event>& events();
 
-/// Forgets all events, and records steps again.
+/// Forgets all events, records steps again, and no longer tells anybody of them.
 void clear();
 
 /// Whether single steps become events. Without them, a run of any length can be recorded.
 void recordSteps(bool recorded);
+
+/// Calls `observer` at each step, before it is recorded.
+void tellSteps(std::function<void(int step)> observer);
 
 } // namespace veldtrim::pulsenote_recorder

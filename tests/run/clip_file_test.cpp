@@ -66,6 +66,25 @@ TEST_F(ClipFile, KeepsRecordsOneByOneWhateverIsReadAhead) {
     EXPECT_EQ(pulsenote_recorder::events().size(), records + besides);
 }
 
+TEST_F(ClipFile, WritesARecordAfterItsProgressAndBeforeTheNext) {
+    std::string input = "x;y;z\n";
+    std::vector<std::size_t> sizes; // of the output when a record is about to be read
+    std::size_t size = input.size();
+    for (int i = 0; i < 600; ++i) {
+        const std::string line = (i % 3 == 0 ? "50" : "5") + std::string(";5;1\n");
+        input += line;
+        sizes.push_back(size);
+        size += i % 3 == 0 ? 0 : line.size();
+    }
+    const std::string path = directory_.write("in.txt", input);
+    pulsenote_recorder::clear();
+    pulsenote_recorder::tellSteps([&](int step) {
+        EXPECT_EQ(output().size(), sizes.at(static_cast<std::size_t>(step))) << step;
+    });
+    EXPECT_EQ(clipFile(model_, path, output_, 600, 0, 1), 400);
+    pulsenote_recorder::clear();
+}
+
 TEST_F(ClipFile, LeavesAnEmptyFileAndNoWordForAWrongHeader) {
     EXPECT_EQ(clip("x;z;y\n1;1;1\n", 1), 0);
     EXPECT_EQ(output(), "");
