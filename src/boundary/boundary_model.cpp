@@ -31,11 +31,34 @@ void BoundaryModel::addPolygon(const BoundaryPolygon& polygon) {
     dropIndex();
 }
 
+template <typename Count>
+PointLocation BoundaryModel::walkPolygons(const ElevationPoint& point, Count count) {
+    for (BoundaryPolygon& polygon : polygons_) {
+        count(1);
+        if (boundsContain(polygon, point)) {
+            count(polygon.vertexIndices.size());
+            const PointLocation found = locatePoint(polygon, vertices_, point);
+            if (found != PointLocation::Outside) {
+                return found;
+            }
+        }
+    }
+    return PointLocation::Outside;
+}
+
 PointLocation BoundaryModel::locate(const ElevationPoint& point) {
     if (index_) {
         return index_->locate(polygons_, vertices_, point);
     }
-    return walkPolygons(point);
+    if (!isLarge_) {
+        return walkPolygons(point, [](std::size_t) {});
+    }
+    const PointLocation found =
+        walkPolygons(point, [this](std::size_t steps) { stepsWalked_ += steps; });
+    if (stepsWalked_ > PointIndex::worthBuildingAfter * (polygons_.size() + vertices_.size())) {
+        buildIndex();
+    }
+    return found;
 }
 
 void BoundaryModel::locateEach(std::span<const ElevationPoint> points,
@@ -48,28 +71,6 @@ void BoundaryModel::locateEach(std::span<const ElevationPoint> points,
     for (std::size_t i = 0; i < points.size(); ++i) {
         locations[i] = locate(points[i]);
     }
-}
-
-PointLocation BoundaryModel::walkPolygons(const ElevationPoint& point) {
-    std::size_t steps = 0;
-    PointLocation found = PointLocation::Outside;
-    for (BoundaryPolygon& polygon : polygons_) {
-        ++steps;
-        if (boundsContain(polygon, point)) {
-            steps += polygon.vertexIndices.size();
-            found = locatePoint(polygon, vertices_, point);
-            if (found != PointLocation::Outside) {
-                break;
-            }
-        }
-    }
-    if (isLarge_) {
-        stepsWalked_ += steps;
-        if (stepsWalked_ > PointIndex::worthBuildingAfter * (polygons_.size() + vertices_.size())) {
-            buildIndex();
-        }
-    }
-    return found;
 }
 
 void BoundaryModel::buildIndex() {

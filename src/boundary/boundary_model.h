@@ -51,8 +51,10 @@ public:
     void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations);
 
 private:
-    /// locate by its definition: polygon after polygon.
-    PointLocation walkPolygons(const ElevationPoint& point);
+    /// locate by its definition: polygon after polygon. Calls `count` with the number of polygons
+    /// or vertices that it is about to look at.
+    template <typename Count>
+    PointLocation walkPolygons(const ElevationPoint& point, Count count);
 
     /// Builds the index, or goes without where there is no memory for it.
     void buildIndex();
