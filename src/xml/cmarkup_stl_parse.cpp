@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 namespace veldtrim {
 namespace {
@@ -43,7 +44,7 @@ bool CMarkupSTL::indexDocument() {
     if (elements.size() < wanted) {
         // What the old index holds is not needed: let it go before the new one is made.
         std::vector<ElementPosition>(1).swap(elements);
-        growTo(wanted);
+        growTo(wanted, wanted);
     }
     const std::int32_t root = docText.empty() ? 0 : parseElement();
     if (root <= 0) {
@@ -96,11 +97,19 @@ std::int32_t CMarkupSTL::parseElement() {
     }
 }
 
-/// Makes room in the index, and asks for as much as the next growth will need: memory that is not
-/// used costs nothing, moving the index would.
-void CMarkupSTL::growTo(std::size_t size) {
+/// Makes the index `size` slots long, and asks for memory for `expected`, or at least for the next
+/// growth: memory that is not used costs nothing, moving a large index would.
+void CMarkupSTL::growTo(std::size_t size, std::size_t expected) {
     if (elements.capacity() < size) {
-        elements.reserve(size + size / 2);
+        std::size_t room = size + size / 2;
+        while (room < expected) {
+            room += room / 2;
+        }
+        try {
+            elements.reserve(room);
+        } catch (const std::bad_alloc&) {
+            elements.reserve(size);
+        }
     }
     elements.resize(size);
 }
@@ -111,7 +120,9 @@ std::int32_t CMarkupSTL::openElement(std::int32_t parent) {
     const std::int32_t index = freePos;
     const std::size_t size = elements.size();
     if (static_cast<std::size_t>(index) == size) {
-        growTo(size + size / 2);
+        // As many as there will be if the text goes on as it has begun.
+        const auto read = static_cast<std::size_t>(elements.back().startLeft) + 1;
+        growTo(size + size / 2, size * std::uint64_t{docText.size()} / read);
     }
     freePos = index + 1;
     ElementPosition& element = at(index);

@@ -6,7 +6,7 @@ import subprocess
 
 import pytest
 from harness import CLIPPING, FAILED, START, skipped
-from workspace import ARGUMENTS, kept, scan, write_workspace
+from workspace import ARGUMENTS, COMPLETE, kept, scan, write_workspace
 
 SCAN = scan(200)
 
@@ -68,6 +68,17 @@ def test_no_more_memory_for_the_boundary_file(program, tmp_path, enough):
     assert run.code == 1
     assert run.messages == [START, ("error", 0, "std::bad_alloc"), FAILED]
     assert not (tmp_path / "clipped").exists()
+
+
+def test_boundary_file_that_needs_less_memory_than_it_began(program, tmp_path, enough):
+    """Two million elements, then blanks: the index must not insist on room for more of them."""
+    write_workspace(tmp_path, {"a.xyz": SCAN})
+    path = tmp_path / "boundary.xml"
+    root, rest = path.read_bytes().split(b">", 1)
+    path.write_bytes(root + b">" + b"<a/>" * 2_000_000 + b" " * (enough // 4) + rest)
+    run = run_with(program, tmp_path, resource.RLIMIT_AS, enough)
+    assert run.messages == COMPLETE
+    assert (tmp_path / "clipped/a.xyz").read_bytes() == kept(SCAN)
 
 
 def test_no_more_memory_for_a_line(program, tmp_path, enough):

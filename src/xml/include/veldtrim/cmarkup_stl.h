@@ -119,7 +119,7 @@ public:
 private:
     bool indexDocument();
     std::int32_t parseElement();
-    void growTo(std::size_t size);
+    void growTo(std::size_t size, std::size_t expected);
     std::int32_t openElement(std::int32_t parent);
     bool closeElement(std::int32_t element);
     std::int32_t skipNode(std::int32_t& offset) const;
