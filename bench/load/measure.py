@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measures time and memory of whole runs on large and misshapen inputs, as Markdown tables.
 
-    bench/load/measure.py --program build/bin/Veldtrim [--directory /tmp] [--small] \\
+    bench/load/measure.py --program build/bin/Veldtrim [--directory /tmp] [--small] [--runs 5] \\
         [shapes] [scans] [files] [polygons] [boundary] [giant=GB]
 
 "shapes" and "scans" run each input at a half and the whole of its size: time that grows with the
@@ -66,15 +66,18 @@ def measure_growth(title, table, options, file, other, other_blocks):
     print("|---|---|---|---|---|---|---|---|", flush=True)
     for name, (unit, full, blocks) in table.items():
         full = max(2, full // 10) if options.small else full
-        figures = []
-        for size in (full // 2, full):
-            with Workspace(options.directory) as workspace:
+        with Workspace(options.directory) as small, Workspace(options.directory) as large:
+            runs = {small: [], large: []}
+            for workspace, size in ((small, full // 2), (large, full)):
                 write(workspace.root / other, other_blocks)
                 write(workspace.root / file, blocks(size))
-                # The best of some: the machine has other work too.
-                runs = [workspace.run(options.program) for _ in range(3)]
-                figures.append((runs[0][0], min(run[1] for run in runs), max(r[3] for r in runs)))
-        (_, half, half_memory), (code, whole, memory) = figures
+            # In turn, and the best of each: the machine has other work too, and its bad minutes.
+            for _ in range(options.runs):
+                for workspace, figures in runs.items():
+                    figures.append(workspace.run(options.program))
+        half, whole = (min(run[1] for run in figures) for figures in runs.values())
+        half_memory, memory = (max(run[3] for run in figures) for figures in runs.values())
+        code = runs[large][0][0]
         growth = whole / half if half > 0 else 0
         print(
             f"| {name} | {full} {unit} | {code} | {half:.2f} | {whole:.2f} | {growth:.2f} |"
@@ -161,6 +164,7 @@ def main():
     parser.add_argument("--program", default="build/bin/Veldtrim", type=os.path.abspath)
     parser.add_argument("--directory", help="where inputs are written, and removed again")
     parser.add_argument("--small", action="store_true", help="a tenth of every size")
+    parser.add_argument("--runs", type=int, default=5, help="of each size, for shapes and scans")
     parser.add_argument("names", nargs="*")
     options = parser.parse_args()
     names = options.names or ["shapes", "scans", "files", "polygons", "boundary"]
