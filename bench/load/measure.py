@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measures time and memory of whole runs on large and misshapen inputs, as Markdown tables.
 
-    bench/load/measure.py --program build/bin/Veldtrim [--directory /tmp] [--small] [--runs 5] \\
+    bench/load/measure.py --program build/bin/Veldtrim [--directory /tmp] [--small] \\
         [shapes] [scans] [files] [polygons] [boundary] [giant=GB]
 
 "shapes" and "scans" run each input at a half and the whole of its size: time that grows with the
@@ -23,6 +23,10 @@ import inputs
 GROWTH = 2.2
 # Below this a ratio says more about the machine than about the program.
 SHORTEST = 0.25
+# Runs of each size, and seconds that are enough for them where the fewest have been run.
+FEWEST_RUNS = 5
+MOST_RUNS = 20
+ENOUGH = 20.0
 failures = []
 
 
@@ -71,10 +75,13 @@ def measure_growth(title, table, options, file, other, other_blocks):
             for workspace, size in ((small, full // 2), (large, full)):
                 write(workspace.root / other, other_blocks)
                 write(workspace.root / file, blocks(size))
-            # In turn, and the best of each: the machine has other work too, and its bad minutes.
-            for _ in range(options.runs):
+            # In turn, and the best of each: the machine has other work too, and its bad minutes. What
+            # is over soon is run more often, since the system then has a larger part in it.
+            spent = 0.0
+            while len(runs[large]) < (FEWEST_RUNS if spent > ENOUGH else MOST_RUNS):
                 for workspace, figures in runs.items():
                     figures.append(workspace.run(options.program))
+                    spent += figures[-1][1]
         half, whole = (min(run[1] for run in figures) for figures in runs.values())
         half_memory, memory = (max(run[3] for run in figures) for figures in runs.values())
         code = runs[large][0][0]
@@ -164,7 +171,6 @@ def main():
     parser.add_argument("--program", default="build/bin/Veldtrim", type=os.path.abspath)
     parser.add_argument("--directory", help="where inputs are written, and removed again")
     parser.add_argument("--small", action="store_true", help="a tenth of every size")
-    parser.add_argument("--runs", type=int, default=5, help="of each size, for shapes and scans")
     parser.add_argument("names", nargs="*")
     options = parser.parse_args()
     names = options.names or ["shapes", "scans", "files", "polygons", "boundary"]
