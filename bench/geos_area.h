@@ -1,7 +1,7 @@
 /// The polygons of a shape as a prepared geometry of GEOS.
 #pragma once
 
-#include "elevation/elevation_point.h"
+#include "geometry/elevation_point.h"
 #include "shapes.h"
 
 #include <geos_c.h>

@@ -1,8 +1,8 @@
 // What it costs to read the two coordinates of a record, by several ways.
 
 #include "elevation/record.h"
-#include "numbers/decimal.h"
 #include "records.h"
+#include "text/decimal.h"
 
 #include <benchmark/benchmark.h>
 

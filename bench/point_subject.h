@@ -1,8 +1,8 @@
 /// One shape, ready to be asked for points in every way that is compared.
 #pragma once
 
-#include "boundary/boundary_model.h"
-#include "elevation/elevation_point.h"
+#include "boundary/model/boundary_model.h"
+#include "geometry/elevation_point.h"
 #include "geos_area.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 // What the point test costs: beside the plain walk and beside GEOS on the same shapes, and how that
 // grows with the model; and what building the index costs.
 
-#include "boundary/point_index.h"
+#include "boundary/index/point_index.h"
 #include "boundary/point_location.h"
 #include "point_subject.h"
 #include "run/record_batch.h"

@@ -2,7 +2,7 @@
 // how long that took and how much memory the process needed. One read per process, so that neither
 // finds memory that the other has left.
 
-#include "boundary/boundary_reader.h"
+#include "boundary/file/boundary_reader.h"
 
 #include <pugixml.hpp>
 

@@ -1,7 +1,7 @@
 /// Random records of an elevation point file.
 #pragma once
 
-#include "elevation/elevation_point.h"
+#include "geometry/elevation_point.h"
 #include "random.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 /// The boundaries that the benchmarks clip to.
 #pragma once
 
-#include "boundary/boundary_model.h"
+#include "boundary/model/boundary_model.h"
 
 #include <string>
 #include <vector>

@@ -2,15 +2,15 @@
 // any other draws a file of valid form, whose model is then known. The points are those at which
 // a test can go wrong; the plain walk judges the model's answer and the index built for it.
 
-#include "boundary/boundary_model.h"
-#include "boundary/boundary_reader.h"
-#include "boundary/point_index.h"
+#include "boundary/file/boundary_reader.h"
+#include "boundary/index/point_index.h"
+#include "boundary/model/boundary_model.h"
 #include "draw.h"
 #include "drawn_boundaries.h"
 #include "judge.h"
-#include "plain_walk.h"
+#include "judges/plain_walk.h"
+#include "judges/stream_numbers.h"
 #include "scratch.h"
-#include "stream_numbers.h"
 
 #include <pulsenote_recorder.h>
 

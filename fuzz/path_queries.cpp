@@ -3,8 +3,8 @@
 
 #include "draw.h"
 #include "judge.h"
-#include "reference_cursor.h"
-#include "stream_numbers.h"
+#include "judges/reference_cursor.h"
+#include "judges/stream_numbers.h"
 
 #include <veldtrim/xml_reader.h>
 

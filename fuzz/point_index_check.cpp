@@ -5,9 +5,9 @@
 // Prints the points compared for each kind and how many of them were inside; exit code 1 at the
 // first point on which the two differ, with all that is needed to see it again.
 
-#include "boundary/point_index.h"
-#include "model_generator.h"
-#include "plain_walk.h"
+#include "boundary/index/point_index.h"
+#include "judges/model_generator.h"
+#include "judges/plain_walk.h"
 
 #include <algorithm>
 #include <cstddef>

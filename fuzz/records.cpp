@@ -3,12 +3,12 @@
 
 #include "draw.h"
 #include "elevation/header.h"
-#include "elevation/line_reader.h"
 #include "elevation/record.h"
 #include "elevation/record_count.h"
 #include "judge.h"
+#include "judges/stream_numbers.h"
 #include "scratch.h"
-#include "stream_numbers.h"
+#include "text/line_reader.h"
 
 #include <veldtrim/xml_reader.h>
 

@@ -1,14 +1,14 @@
 // Whole runs: a small workspace drawn from the input, clipped in process, and its output directory
 // compared with what the stream's definition of a record and the plain walk say it must hold.
 
-#include "boundary/boundary_reader.h"
+#include "boundary/file/boundary_reader.h"
 #include "draw.h"
 #include "drawn_boundaries.h"
 #include "judge.h"
-#include "plain_walk.h"
+#include "judges/plain_walk.h"
+#include "judges/stream_numbers.h"
 #include "run/clip_workspace.h"
 #include "scratch.h"
-#include "stream_numbers.h"
 
 #include <pulsenote_recorder.h>
 

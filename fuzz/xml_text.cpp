@@ -4,7 +4,7 @@
 
 #include "draw.h"
 #include "judge.h"
-#include "reference_cursor.h"
+#include "judges/reference_cursor.h"
 
 #include <veldtrim/cmarkup_stl.h>
 

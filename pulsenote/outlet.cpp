@@ -1,6 +1,6 @@
 #include "outlet.h"
 
-#include "standard_error.h"
+#include "platform/standard_error.h"
 
 #include <array>
 #include <chrono>

@@ -2,19 +2,12 @@
 #pragma once
 
 #include "boundary/boundary_segment.h"
+#include "geometry/bounding_box.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace veldtrim {
-
-/// An axis-parallel box.
-struct BoundingBox {
-    double xMin = 0.0;
-    double yMin = 0.0;
-    double xMax = 0.0;
-    double yMax = 0.0;
-};
 
 /// A ring of vertices, named by their positions in the vertex table of the model.
 ///

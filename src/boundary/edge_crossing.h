@@ -2,7 +2,7 @@
 #pragma once
 
 #include "boundary/boundary_segment.h"
-#include "elevation/elevation_point.h"
+#include "geometry/elevation_point.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "boundary/boundary_polygon.h"
-#include "elevation/elevation_point.h"
+#include "geometry/elevation_point.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "elevation/record.h"
 
-#include "numbers/decimal.h"
+#include "text/decimal.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 /// One record of an elevation point file: its line, read as a point.
 #pragma once
 
-#include "elevation/elevation_point.h"
+#include "geometry/elevation_point.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #include "elevation/record_count.h"
 
-#include "elevation/platform_file.h"
+#include "platform/file.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 #include "run/clip_file.h"
 
 #include "elevation/header.h"
-#include "elevation/line_reader.h"
-#include "run/line_writer.h"
 #include "run/record_batch.h"
+#include "text/line_reader.h"
+#include "text/line_writer.h"
 
 #include <pulsenote.h>
 

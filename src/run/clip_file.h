@@ -1,7 +1,7 @@
 /// The clipping pass over one elevation point file.
 #pragma once
 
-#include "boundary/boundary_model.h"
+#include "boundary/model/boundary_model.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "run/clip_workspace.h"
 
-#include "boundary/boundary_reader.h"
+#include "boundary/file/boundary_reader.h"
 #include "run/clip_file.h"
 #include "run/input_files.h"
 #include "status/console.h"

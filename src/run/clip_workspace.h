@@ -1,7 +1,7 @@
 /// The batch over one workspace: every input file of a directory, clipped into a new directory.
 #pragma once
 
-#include "boundary/boundary_model.h"
+#include "boundary/model/boundary_model.h"
 
 #include <string>
 

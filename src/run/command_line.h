@@ -1,7 +1,7 @@
 /// The run as the command line asks for it, from the start message to the exit code.
 #pragma once
 
-#include "boundary/boundary_model.h"
+#include "boundary/model/boundary_model.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "run/input_files.h"
 
 #include "elevation/header.h"
-#include "elevation/line_reader.h"
 #include "elevation/record_count.h"
+#include "text/line_reader.h"
 
 #include <pulsenote.h>
 

@@ -1,8 +1,8 @@
 /// Records read ahead, so that their points are tested together.
 #pragma once
 
-#include "boundary/boundary_model.h"
-#include "elevation/line_reader.h"
+#include "boundary/model/boundary_model.h"
+#include "text/line_reader.h"
 
 #include <array>
 #include <cstddef>

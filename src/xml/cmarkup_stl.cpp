@@ -1,7 +1,7 @@
 #include "veldtrim/cmarkup_stl.h"
 
 #include "attribute_search.h"
-#include "document_file.h"
+#include "platform/document_file.h"
 #include "token_span.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "veldtrim/xml_reader.h"
 
-#include "number_text.h"
+#include "text/number_text.h"
 #include "veldtrim/cmarkup_stl.h"
 
 #include <iostream>

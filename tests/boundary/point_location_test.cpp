@@ -1,6 +1,6 @@
-#include "boundary/boundary_model.h"
-#include "boundary/model_builder.h"
+#include "boundary/model/boundary_model.h"
 #include "boundary/point_location.h"
+#include "judges/model_builder.h"
 
 #include <gtest/gtest.h>
 

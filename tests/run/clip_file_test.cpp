@@ -1,5 +1,5 @@
-#include "boundary/model_builder.h"
 #include "elevation/record.h"
+#include "judges/model_builder.h"
 #include "run/clip_file.h"
 #include "support/temporary_directory.h"
 

@@ -1,4 +1,4 @@
-#include "fuzz/reference_markup.h"
+#include "judges/reference_markup.h"
 #include "veldtrim/cmarkup_stl.h"
 
 #include <gtest/gtest.h>

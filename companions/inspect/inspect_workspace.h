@@ -1,0 +1,24 @@
+/// The inspection of a workspace: what a clipping run would do there.
+#pragma once
+
+#include "boundary/model/boundary_model.h"
+#include "inspect/density.h"
+#include "inspect/report.h"
+
+#include <memory>
+#include <string>
+
+namespace veldtrim {
+
+struct Inspection {
+    Report report;
+    BoundaryModel model;
+    std::unique_ptr<Density> density; ///< only where one was asked for
+};
+
+/// Reads what a run with these arguments would read and writes nothing, neither to disk nor to
+/// standard output. Checks that fail are told in the report; failures of memory are thrown.
+Inspection inspectWorkspace(const std::string& inputDirectory, const std::string& boundaryFile,
+                            bool withDensity);
+
+} // namespace veldtrim

@@ -1,0 +1,45 @@
+/// Which polygons hold a point: all of them, each with its verdict.
+#pragma once
+
+#include "boundary/model/boundary_model.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace veldtrim {
+
+/// Every polygon of a model as a model of its own, found through a grid over their bounds.
+class PolygonFinder {
+public:
+    explicit PolygonFinder(const BoundaryModel& model);
+
+    /// The polygons that may hold the point, by their places in the model; no other does.
+    [[nodiscard]] std::span<const std::uint32_t> candidates(const ElevationPoint& point) const;
+
+    /// The point test of the clipping run, for one polygon.
+    PointLocation locate(std::uint32_t polygon, const ElevationPoint& point) {
+        return models_[polygon].locate(point);
+    }
+
+private:
+    struct Cells {
+        std::size_t columnLow;
+        std::size_t columnHigh;
+        std::size_t rowLow;
+        std::size_t rowHigh;
+    };
+    [[nodiscard]] std::size_t column(double x) const;
+    [[nodiscard]] std::size_t row(double y) const;
+    [[nodiscard]] Cells cellsOf(const BoundingBox& bounds) const;
+    void sort(const BoundaryModel& model);
+
+    std::vector<BoundaryModel> models_;
+    BoundingBox region_;
+    std::size_t side_ = 1; ///< cells in a row and in a column
+    std::vector<std::uint32_t> starts_;
+    std::vector<std::uint32_t> members_; ///< of cell i: from starts_[i] to starts_[i + 1]
+};
+
+} // namespace veldtrim

@@ -1,0 +1,99 @@
+/// What an inspection finds out, before anybody writes it down.
+#pragma once
+
+#include "boundary/boundary_polygon.h"
+#include "geometry/elevation_point.h"
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veldtrim {
+
+/// The box of the points added so far; empty at first. Coordinates that are no numbers do not
+/// count.
+struct PointBounds {
+    BoundingBox box{
+        std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
+        -std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
+    void add(double x, double y) {
+        box.xMin = x < box.xMin ? x : box.xMin;
+        box.xMax = x > box.xMax ? x : box.xMax;
+        box.yMin = y < box.yMin ? y : box.yMin;
+        box.yMax = y > box.yMax ? y : box.yMax;
+    }
+    void add(const BoundingBox& other) {
+        add(other.xMin, other.yMin);
+        add(other.xMax, other.yMax);
+    }
+    [[nodiscard]] bool isEmpty() const { return !(box.xMin <= box.xMax && box.yMin <= box.yMax); }
+};
+
+/// What happens to the records of a file, or of all files.
+struct RecordCounts {
+    std::int64_t records = 0; ///< lines that a run reads after the header
+    std::int64_t unparsed = 0;
+    std::int64_t inside = 0;
+    std::int64_t onBoundary = 0; ///< on the edge of a polygon and inside none
+    std::int64_t outside = 0;
+
+    [[nodiscard]] std::int64_t kept() const { return inside + onBoundary; }
+    void add(const RecordCounts& other);
+};
+
+/// A line that is no record.
+struct UnparsedLine {
+    std::int64_t number = 0; ///< in the file, the header being line 1
+    std::string reason;
+};
+
+struct FileReport {
+    std::string name;
+    bool taken = false;
+    std::string reason; ///< why it is left out; or the failure that would end the run
+    bool failed = false;
+    char format = 0;
+    char separator = 0;
+    std::int32_t columns = 0; ///< that the header names; 0 for a node header
+    std::int64_t lineFeeds = 0;
+    std::int64_t carriageReturnLineFeeds = 0;
+    RecordCounts counts;
+    std::vector<UnparsedLine> firstUnparsed;
+    std::int64_t decimalCommas = 0; ///< records whose x or y seems to go on after a comma
+    bool lastLineUnread = false;    ///< text after the last line feed
+    PointBounds bounds;
+};
+
+struct PolygonReport {
+    std::int32_t id = 0;
+    std::size_t vertices = 0;
+    BoundingBox bounds;
+    double area = 0.0;
+    std::int64_t held = 0; ///< records; one that two polygons hold counts for both
+    /// What is odd about the ring, in words; empty for a sound one.
+    std::vector<std::string> remarks;
+};
+
+struct Report {
+    std::string inputDirectory;
+    std::string boundaryFile;
+    /// What would end the run before it reads a record; empty if nothing would.
+    std::string failure;
+    std::vector<FileReport> files;
+    std::vector<PolygonReport> polygons;
+    RecordCounts total;
+    PointBounds pointBounds;
+    PointBounds modelBounds;
+    std::vector<std::string> hints;
+
+    /// Whether a run would finish and keep a record.
+    [[nodiscard]] bool wouldKeep() const { return failure.empty() && total.kept() > 0; }
+};
+
+/// The files that take part.
+std::size_t takenFiles(const Report& report);
+
+} // namespace veldtrim

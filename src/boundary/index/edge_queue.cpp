@@ -1,0 +1,54 @@
+#include "boundary/index/edge_queue.h"
+
+#include "boundary/edge_crossing.h"
+#include "boundary/index/point_index_cells.h"
+
+#include <algorithm>
+
+namespace veldtrim {
+
+namespace {
+
+/// An edge, and where it enters and leaves the heights of the queue.
+struct Passer {
+    std::uint32_t edge;
+    double atLow;
+    double atHigh;
+};
+
+} // namespace
+
+std::size_t queueUp(std::vector<std::uint32_t>& edges,
+                    const std::vector<BoundaryVertex>& ringVertices, double yLow, double yHigh) {
+    std::vector<Passer> passers;
+    std::vector<std::uint32_t> others;
+    for (const std::uint32_t edge : edges) {
+        const BoundaryVertex& from = ringVertices[edge >> cells::edgeBits];
+        const BoundaryVertex& to = ringVertices[(edge >> cells::edgeBits) + 1];
+        if (std::min(from.y, to.y) < yLow && std::max(from.y, to.y) > yHigh) {
+            passers.push_back({edge, crossingAt(from, to, yLow), crossingAt(from, to, yHigh)});
+        } else {
+            others.push_back(edge);
+        }
+    }
+    std::sort(passers.begin(), passers.end(), [](const Passer& a, const Passer& b) {
+        return a.atLow + a.atHigh < b.atLow + b.atHigh;
+    });
+    edges.clear();
+    double lastLow = 0.0;
+    double lastHigh = 0.0;
+    for (const Passer& passer : passers) {
+        if (edges.empty() || (passer.atLow >= lastLow && passer.atHigh >= lastHigh)) {
+            edges.push_back(passer.edge);
+            lastLow = passer.atLow;
+            lastHigh = passer.atHigh;
+        } else {
+            others.push_back(passer.edge); // crosses one that stands in the queue
+        }
+    }
+    const std::size_t size = edges.size();
+    edges.insert(edges.end(), others.begin(), others.end());
+    return size;
+}
+
+} // namespace veldtrim

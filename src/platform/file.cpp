@@ -1,0 +1,151 @@
+#include "platform/file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace veldtrim {
+
+namespace {
+
+#ifdef _WIN32
+
+constexpr int binaryAndOwn = _O_BINARY | _O_NOINHERIT;
+int systemOpen(const char* path, int flags) {
+    const int descriptor = ::_open(path, flags | binaryAndOwn, _S_IREAD | _S_IWRITE);
+    // "con", "nul.txt" and their like are devices in any directory: a run must not read a keyboard.
+    struct _stat64 status {};
+    if (descriptor >= 0 &&
+        (::_fstat64(descriptor, &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG)) {
+        ::_close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+auto systemRead(int descriptor, char* to, std::size_t size) {
+    return ::_read(descriptor, to, static_cast<unsigned>(size));
+}
+auto systemWrite(int descriptor, const char* from, std::size_t size) {
+    return ::_write(descriptor, from, static_cast<unsigned>(size));
+}
+void systemTruncate(int descriptor, std::int64_t size) {
+    static_cast<void>(::_chsize_s(descriptor, size));
+}
+int systemClose(int descriptor) {
+    return ::_close(descriptor);
+}
+
+#else
+
+int systemOpen(const char* path, int flags) {
+    constexpr mode_t readAndWriteForAll = 0666;
+    for (;;) {
+        const int descriptor = ::open(path, flags | O_CLOEXEC, readAndWriteForAll);
+        if (descriptor >= 0 || errno != EINTR) {
+            return descriptor;
+        }
+    }
+}
+auto systemRead(int descriptor, char* to, std::size_t size) {
+    return ::read(descriptor, to, size);
+}
+auto systemWrite(int descriptor, const char* from, std::size_t size) {
+    return ::write(descriptor, from, size);
+}
+void systemTruncate(int descriptor, std::int64_t size) {
+    static_cast<void>(::ftruncate(descriptor, size) == 0);
+}
+int systemClose(int descriptor) {
+    return ::close(descriptor);
+}
+
+#endif
+
+/// No system call is asked for more at once: the largest size that all platforms take.
+constexpr std::size_t largestTransfer = std::size_t{1} << 30;
+
+[[noreturn]] void fail(const char* what, const std::string& path) {
+    const int reason = errno;
+    throw std::system_error(reason, std::generic_category(),
+                            std::string("cannot ") + what + " " + path);
+}
+
+} // namespace
+
+PlatformFile::PlatformFile(int descriptor, std::string path)
+    : descriptor_(descriptor), path_(std::move(path)) {}
+
+PlatformFile PlatformFile::openForReading(const std::string& path) {
+    return {systemOpen(path.c_str(), O_RDONLY), path};
+}
+
+PlatformFile PlatformFile::openForWriting(const std::string& path) {
+    return {systemOpen(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC), path};
+}
+
+PlatformFile::PlatformFile(PlatformFile&& other) noexcept
+    : descriptor_(std::exchange(other.descriptor_, -1)), written_(other.written_),
+      path_(std::move(other.path_)) {}
+
+PlatformFile::~PlatformFile() {
+    if (isOpen()) {
+        static_cast<void>(systemClose(descriptor_));
+    }
+}
+
+std::size_t PlatformFile::read(char* to, std::size_t size) {
+    if (!isOpen()) {
+        return 0;
+    }
+    for (;;) {
+        const auto got = systemRead(descriptor_, to, std::min(size, largestTransfer));
+        if (got >= 0) {
+            return static_cast<std::size_t>(got);
+        }
+        if (errno != EINTR) {
+            fail("read", path_);
+        }
+    }
+}
+
+void PlatformFile::write(std::string_view bytes) {
+    if (!isOpen()) {
+        return;
+    }
+    std::string_view rest = bytes;
+    while (!rest.empty()) {
+        const auto put =
+            systemWrite(descriptor_, rest.data(), std::min(rest.size(), largestTransfer));
+        if (put >= 0) {
+            rest.remove_prefix(static_cast<std::size_t>(put));
+        } else if (errno != EINTR) {
+            const int reason = errno;
+            systemTruncate(descriptor_, written_);
+            errno = reason;
+            fail("write", path_);
+        }
+    }
+    written_ += static_cast<std::int64_t>(bytes.size());
+}
+
+void PlatformFile::close() {
+    if (!isOpen()) {
+        return;
+    }
+    // The descriptor is gone even when closing fails: a second attempt could hit another file.
+    // An interrupted close is no failure of what was written.
+    if (systemClose(std::exchange(descriptor_, -1)) != 0 && errno != EINTR) {
+        fail("close", path_);
+    }
+}
+
+} // namespace veldtrim

@@ -1,0 +1,20 @@
+#include "run/path_encoding.h"
+
+#include "platform/process_setup.h"
+
+#include <codecvt>
+#include <locale>
+
+#include <boost/filesystem/path.hpp>
+
+namespace veldtrim {
+
+void adoptPathEncoding() {
+    if (pathsAreUtf8()) {
+        // The library's own conversion passes flags that UTF-8 does not take.
+        boost::filesystem::path::imbue(
+            std::locale(std::locale::classic(), new std::codecvt_utf8_utf16<wchar_t>));
+    }
+}
+
+} // namespace veldtrim

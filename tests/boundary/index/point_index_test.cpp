@@ -1,0 +1,174 @@
+// The index against the walk over all polygons: no point may tell them apart.
+
+#include "boundary/index/point_index.h"
+#include "boundary/point_location.h"
+#include "judges/model_generator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace veldtrim {
+namespace {
+
+using test::ModelGenerator;
+
+/// Where the polygons hold the point; which of them is asked first may decide, so one that holds it
+/// inside is as good as one that holds it on its boundary.
+bool agree(const PointIndex& index, std::vector<BoundaryPolygon>& polygons,
+           const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
+    bool isOutside = true;
+    bool agrees = false;
+    const PointLocation found = index.locate(polygons, vertices, point);
+    for (BoundaryPolygon& polygon : polygons) {
+        if (boundsContain(polygon, point)) {
+            const PointLocation location = locatePoint(polygon, vertices, point);
+            isOutside = isOutside && location == PointLocation::Outside;
+            agrees = agrees || (location == found && location != PointLocation::Outside);
+        }
+    }
+    return agrees || (isOutside && found == PointLocation::Outside);
+}
+
+bool anyHolds(std::vector<BoundaryPolygon>& polygons, const std::vector<BoundaryVertex>& vertices,
+              const ElevationPoint& point) {
+    return std::any_of(polygons.begin(), polygons.end(), [&](BoundaryPolygon& polygon) {
+        return boundsContain(polygon, point) &&
+               locatePoint(polygon, vertices, point) != PointLocation::Outside;
+    });
+}
+
+class PointIndexKinds : public testing::TestWithParam<ModelGenerator::Kind> {};
+
+TEST_P(PointIndexKinds, AnswersAsTheWalkDoes) {
+    for (unsigned seed = 0; seed < 120; ++seed) {
+        ModelGenerator generator(seed);
+        const BoundaryModel model = generator.model(GetParam());
+        std::vector<BoundaryPolygon> polygons = model.polygons();
+        const PointIndex index(polygons, model.vertices());
+        std::vector<ElevationPoint> points(1500);
+        std::generate(points.begin(), points.end(), [&] { return generator.point(model); });
+        std::vector<PointLocation> locations(points.size());
+        index.locateEach(polygons, model.vertices(), points, locations);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const ElevationPoint& point = points[i];
+            const auto where = [&] {
+                return testing::Message() << "seed " << seed << std::hexfloat << ", point "
+                                          << point.x << " " << point.y;
+            };
+            ASSERT_TRUE(agree(index, polygons, model.vertices(), point)) << where();
+            ASSERT_EQ(index.locate(polygons, model.vertices(), point), locations[i]) << where();
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, PointIndexKinds, testing::ValuesIn(ModelGenerator::allKinds()),
+                         [](const auto& kind) { return ModelGenerator::name(kind.param); });
+
+TEST(PointIndex, TakesAnyModelAndAnyPoint) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<std::vector<BoundaryVertex>> rings{
+        {},
+        {{1, 1}},
+        {{0, 0}, {notANumber, 4}, {4, 4}},
+        {{0, 0}, {infinity, 0}, {4, 4}},
+        {{0, 0}, {1e308, 0}, {1e308, 1e308}, {-1e308, 1e308}},
+        {{5, 5}, {5, 5}, {5, 5}},
+        {{0, 0}, {5e-324, 5e-324}, {0, 5e-324}},
+        {{0, 0}, {1e-160, 2e-160}, {3e-160, 0}},
+        {{0, 0}, {7, 5e-324}, {7, 3}, {0, 3}}};
+    const std::vector<double> values{
+        0, 1, 5, -0.0, 4, 1e308, -1e308, infinity, 5e-324, notANumber, 1e-160, 7, 3.5, 1.5e-160, 2};
+    std::vector<ElevationPoint> points;
+    for (const double x : values) {
+        for (const double y : values) {
+            points.push_back({x, y});
+        }
+    }
+    std::vector<PointLocation> locations(points.size());
+    for (std::size_t use = 0; use < std::size_t{1} << rings.size(); ++use) {
+        BoundaryModel model;
+        for (std::size_t i = 0; i < rings.size(); ++i) {
+            if ((use >> i & 1) != 0) {
+                test::addRing(model, rings[i]);
+            }
+        }
+        std::vector<BoundaryPolygon> polygons = model.polygons();
+        const PointIndex index(polygons, model.vertices());
+        index.locateEach(polygons, model.vertices(), points, locations);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            ASSERT_TRUE(agree(index, polygons, model.vertices(), points[i]) &&
+                        index.locate(polygons, model.vertices(), points[i]) == locations[i])
+                << "rings " << use << " point " << points[i].x << " " << points[i].y;
+        }
+    }
+}
+
+TEST(PointIndex, RespectsBoundsThatAreNotThoseOfTheVertices) {
+    const BoundaryModel model = test::modelOf({{{0, 0}, {10, 0}, {10, 10}, {0, 10}}});
+    std::vector<BoundaryPolygon> polygons = model.polygons();
+    polygons[0].bounds = {0, 0, 5, 5};
+    const PointIndex index(polygons, model.vertices());
+    EXPECT_EQ(index.locate(polygons, model.vertices(), {4, 4}), PointLocation::Inside);
+    EXPECT_EQ(index.locate(polygons, model.vertices(), {6, 6}), PointLocation::Outside);
+}
+
+// The model builds its index while it is asked, and must drop it when it changes.
+TEST(PointIndex, IsBuiltAndDroppedByItsModel) {
+    ModelGenerator generator(1);
+    BoundaryModel model = generator.model(ModelGenerator::Kind::Random);
+    for (int round = 0; round < 3; ++round) {
+        std::vector<BoundaryPolygon> polygons = model.polygons();
+        for (int i = 0; i < 3000; ++i) {
+            const std::array points{generator.point(model), generator.point(model)};
+            std::array<PointLocation, points.size()> locations{};
+            model.locateEach(points, locations);
+            for (std::size_t n = 0; n < points.size(); ++n) {
+                const bool held = anyHolds(polygons, model.vertices(), points[n]);
+                ASSERT_EQ(locations[n] != PointLocation::Outside, held);
+                ASSERT_EQ(model.isInBoundary(points[n]), held);
+            }
+        }
+        test::addRings(model, generator.model(ModelGenerator::Kind::Grid));
+    }
+}
+
+TEST(PointIndex, GoesWithTheModelThatIsCleared) {
+    BoundaryModel model = ModelGenerator(1).model(ModelGenerator::Kind::Star);
+    for (int i = 0; i < 20'000; ++i) {
+        ASSERT_TRUE(model.isInBoundary({0, 0}));
+    }
+    model.clear();
+    EXPECT_FALSE(model.isInBoundary({0, 0}));
+}
+
+TEST(PointIndex, LooksUpGroupsOfAnySize) {
+    ModelGenerator generator(2);
+    const BoundaryModel model = generator.model(ModelGenerator::Kind::Star);
+    std::vector<BoundaryPolygon> polygons = model.polygons();
+    const PointIndex index(polygons, model.vertices());
+    for (const std::size_t size : std::array<std::size_t, 7>{0, 1, 255, 256, 257, 512, 513}) {
+        std::vector<ElevationPoint> points; // none that is settled before it meets an edge
+        for (std::size_t i = 0; i < size; ++i) {
+            const BoundaryVertex& vertex = model.vertices()[i % model.vertices().size()];
+            points.push_back({vertex.x, vertex.y});
+        }
+        std::vector<PointLocation> locations(size, PointLocation::Outside);
+        index.locateEach(polygons, model.vertices(), points, locations);
+        EXPECT_EQ(std::count(locations.begin(), locations.end(), PointLocation::OnBoundary),
+                  static_cast<std::ptrdiff_t>(size));
+    }
+}
+
+TEST(PointIndex, StaysSmallOnLongSpikes) {
+    const BoundaryModel model = ModelGenerator(3).spikes(20'000, 0.1);
+    EXPECT_LT(PointIndex(model.polygons(), model.vertices()).byteSize(), 200U * 20'000U);
+}
+
+} // namespace
+} // namespace veldtrim
