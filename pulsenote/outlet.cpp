@@ -104,7 +104,7 @@ void Outlet::deliver(double position, bool flag) noexcept {
 }
 
 Outlet& outlet() noexcept {
-    // Storage that no destructor ends: objects with static storage may still send from theirs.
+    // Never destroyed: objects with static storage may still send from their destructors.
     alignas(Outlet) static std::array<std::byte, sizeof(Outlet)> storage;
     // The one sender of the process.
     // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)

@@ -1,4 +1,4 @@
-#include "message_text.h"
+#include "message_lines.h"
 
 #include <gtest/gtest.h>
 
