@@ -37,7 +37,7 @@ struct ProgressMessage::Stretch : veldtrim::pulsenote::Stretch {
 
 // Without memory the stretch is silent: lost progress must not end the run.
 ProgressMessage::ProgressMessage(double start, double end, int steps)
-    : stretch_(new(std::nothrow) Stretch(outlet().thinning(), {start, end, steps})) {
+    : stretch_(new (std::nothrow) Stretch(outlet().thinning(), {start, end, steps})) {
     outlet().beginStretch(start, end, steps);
 }
 
