@@ -72,7 +72,7 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
                                 std::span<PointLocation> locations) {
     assert(points.size() == locations.size());
     if (index_) {
-        index_->index.locateEach(index_->polygons, index_->vertices, points, locations);
+        index_->locateEach(points, locations);
         return;
     }
     for (std::size_t i = 0; i < points.size(); ++i) {
@@ -81,11 +81,9 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
 }
 
 void LazyPointIndex::build(std::span<const BoundaryPolygon> polygons,
-                           std::span<const BoundaryVertex> vertices) {
+                           const std::vector<BoundaryVertex>& vertices) {
     try {
-        const std::vector<BoundaryPolygon> own(polygons.begin(), polygons.end());
-        const std::vector<BoundaryVertex> ownVertices(vertices.begin(), vertices.end());
-        index_ = std::make_shared<Built>(own, ownVertices, PointIndex(own, ownVertices));
+        index_ = std::make_shared<const PointIndex>(polygons, vertices);
     } catch (const std::bad_alloc&) {
         stage_ = Stage::Walked; // slow is better than not at all
     }
