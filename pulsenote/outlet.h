@@ -1,8 +1,9 @@
 /// Where all messages of the process leave it.
 #pragma once
 
-#include "message_text.h"
+#include "message_lines.h"
 #include "terminal_progress.h"
+#include "thinning.h"
 
 #include <string>
 #include <variant>
@@ -10,7 +11,8 @@
 
 namespace veldtrim::pulsenote {
 
-/// The one sender state of the process: it knows the form of delivery and keeps what waits for it.
+/// The state of the one sender of the process: the form of delivery, the messages that wait for it,
+/// and what is known of the progress.
 ///
 /// Messages go to standard error, a line in one write. No operation throws: a message for which
 /// there is no memory or no receiver is lost, and the run goes on.
@@ -18,6 +20,7 @@ class Outlet {
 public:
     enum class Form { Person, Host };
 
+    /// Looks whether there is a standard error, and keeps a closed pipe from ending the process.
     Outlet() noexcept;
 
     /// Fixes the form of delivery and delivers, in order, what was sent before. The form is fixed
@@ -28,15 +31,18 @@ public:
     /// messages only.
     void sendText(MessageKind kind, int code, const std::string& text, bool flag) noexcept;
 
-    /// A stretch of progress begins, as ProgressMessage has it.
+    /// The state that all stretches of progress share.
+    Thinning& thinning() noexcept { return thinning_; }
+
+    /// A stretch of progress begins; the arguments are those of ProgressMessage.
     void beginStretch(double start, double end, int steps) noexcept;
 
-    /// Delivers a position, or keeps it until the form is known. A person sees it on a terminal
-    /// only. Thinning is the caller's.
+    /// Delivers a position that is news, or keeps it until the form is known. A person sees it on a
+    /// terminal only.
     void sendProgress(double position, bool flag) noexcept;
 
-    /// The process ends: what still waits is delivered in the form for a person, and the terminal
-    /// is left clean. What is sent later still, by objects that die later, is delivered at once.
+    /// The process ends: delivers what still waits, in the form for a person, and leaves the
+    /// terminal clean. Messages of objects that are destroyed later are delivered at once.
     void finish() noexcept;
 
 private:
@@ -60,6 +66,7 @@ private:
     /// opens later takes the number of standard error: a message must never end up in that file.
     bool hasReceiver_;
     bool showsProgress_ = false;
+    Thinning thinning_;
     TerminalProgress terminalProgress_;
     std::vector<std::variant<Text, Progress>> waiting_;
 };

@@ -13,10 +13,10 @@ namespace {
 
 using Seconds = std::chrono::duration<double>;
 
-constexpr std::chrono::milliseconds ShortestPause{100};
+constexpr std::chrono::milliseconds shortestPause{100};
 
 /// A line longer than this would often be wrapped when a window is made narrower while it stands.
-constexpr std::size_t LongestLine = 79;
+constexpr std::size_t longestLine = 79;
 
 /// The last column stays free: a character there makes some terminals go to the next line.
 std::size_t usable(std::size_t width) {
@@ -24,7 +24,7 @@ std::size_t usable(std::size_t width) {
 }
 
 /// Before this, an average says little.
-constexpr double ShortestAverage = 0.1;
+constexpr double shortestAverage = 0.1;
 
 std::string fixed(double value, int decimals) {
     std::array<char, 32> digits{};
@@ -98,7 +98,7 @@ void TerminalProgress::beginStretch(double start, double end, int steps, Time no
 }
 
 std::string TerminalProgress::draw(double position, Time now, std::size_t width) {
-    if (drawn_ && now - *drawn_ < ShortestPause) {
+    if (drawn_ && now - *drawn_ < shortestPause) {
         return {};
     }
     std::string line = compose(std::clamp(position, 0.0, 100.0), now, width);
@@ -122,12 +122,12 @@ std::string TerminalProgress::draw(double position, Time now, std::size_t width)
 std::string TerminalProgress::compose(double position, Time now, std::size_t width) const {
     constexpr std::size_t shortestBar = 10;
     constexpr std::size_t longestBar = 42;
-    const std::size_t room = std::min(usable(width), LongestLine);
+    const std::size_t room = std::min(usable(width), longestLine);
     const std::string percent = percentage(position);
     const double elapsed = begun_ ? Seconds(now - *begun_).count() : 0.0;
     std::string rate;
     std::string left;
-    if (elapsed >= ShortestAverage && position > 0.0) {
+    if (elapsed >= shortestAverage && position > 0.0) {
         if (recordsPerPercent_ > 0.0) {
             rate = "  " + shortNumber(recordsPerPercent_ * position / elapsed);
         }

@@ -3,7 +3,7 @@
 namespace veldtrim {
 namespace {
 
-// One mark in this many bytes at most.
+// At most one mark in this many bytes.
 constexpr std::int32_t markDistance = 64;
 
 // Programs ask for a handful of names; whoever asks for more starts over.
@@ -39,7 +39,7 @@ inline Step look(TokenSpan& span, std::string_view name, bool isTagName) {
 } // namespace
 
 bool AttributeSearch::find(TokenSpan& span, std::int32_t tagEnd, std::string_view name) {
-    // Only a quoted token can cross the tag's end, and a little way beyond it costs nothing.
+    // Only a quoted token can cross the tag's end; searching a little way beyond it costs little.
     const std::int64_t nearEnd = std::int64_t{tagEnd} + markDistance;
     for (bool isTagName = true; nextToken(span); isTagName = false) {
         const Step step = look(span, name, isTagName);
@@ -54,18 +54,18 @@ bool AttributeSearch::find(TokenSpan& span, std::int32_t tagEnd, std::string_vie
 }
 
 AttributeSearch::Marks& AttributeSearch::marksOf(std::string_view name) {
-    const auto known = marksByName.find(name);
-    if (known != marksByName.end()) {
+    const auto known = marksByName_.find(name);
+    if (known != marksByName_.end()) {
         return known->second;
     }
-    if (marksByName.size() >= mostNames) {
-        marksByName.clear();
+    if (marksByName_.size() >= mostNames) {
+        marksByName_.clear();
     }
-    return marksByName[std::string(name)];
+    return marksByName_[std::string(name)];
 }
 
 bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& marks) {
-    passed.clear();
+    passed_.clear();
     Outcome outcome;
     std::int32_t block = span.next / markDistance;
     while (true) {
@@ -77,7 +77,7 @@ bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& 
                 outcome = mark->second;
                 break;
             }
-            passed.push_back(span.next);
+            passed_.push_back(span.next);
         }
         if (!nextToken(span)) {
             break;
@@ -88,7 +88,7 @@ bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& 
             break;
         }
     }
-    for (const std::int32_t offset : passed) {
+    for (const std::int32_t offset : passed_) {
         marks.emplace_hint(marks.end(), offset, outcome);
     }
     span.left = outcome.left;

@@ -1,3 +1,4 @@
+/// The search for attributes in start tags.
 #pragma once
 
 #include "token_span.h"
@@ -11,23 +12,22 @@
 
 namespace veldtrim {
 
-/// Finds attributes in the start tags of one document, in time that stays linear over all tags.
+/// Finds attributes in the start tags of one document, in time that is linear over all tags.
 ///
 /// The search looks at tokens, and a quote that is not closed within its tag carries it beyond the
-/// tag, at worst to the end of the document. Were every such search to go the whole way, a million
-/// siblings of that kind would take hours. But what a search finds from some token on depends on
-/// the token's place alone as long as no name has matched, and searches that begin in different
-/// tags soon run over the same tokens. So the first search that goes far beyond its tag leaves
-/// marks on its way, with what it found in the end, and later ones for the same name stop at the
-/// first mark.
+/// tag, possibly to the end of the document. With a million siblings of that kind, going the whole
+/// way every time would take hours. But as long as no name has matched, what a search finds from a
+/// token on depends only on where that token is, and searches that begin in different tags soon
+/// meet on the same tokens. So the first search that goes far beyond its tag leaves marks on its
+/// way, with what it found in the end, and later searches for the same name stop at the first mark.
 class AttributeSearch {
 public:
-    /// Forgets all marks. To be called when the document changes.
-    void reset() { marksByName.clear(); }
+    /// Forgets all marks. Call it when the document changes.
+    void reset() { marksByName_.clear(); }
 
-    /// Moves `span`, which stands after the "<" of a start tag, to the value of the attribute
-    /// `name`: a quoted token that is second after a token that matches the name. With an empty
-    /// name, to the name of the first attribute. False when there is none before a bare ">" or "/".
+    /// Moves `span` from after the "<" of a start tag to the value of the attribute `name`: the
+    /// second token after one that matches the name, which must be quoted. With an empty name, to
+    /// the name of the first attribute. False when there is none before a bare ">" or "/".
     ///
     /// `tagEnd` is the offset of the start tag's ">".
     bool find(TokenSpan& span, std::int32_t tagEnd, std::string_view name);
@@ -44,8 +44,8 @@ private:
     Marks& marksOf(std::string_view name);
     bool findMarked(TokenSpan& span, std::string_view name, Marks& marks);
 
-    std::map<std::string, Marks, std::less<>> marksByName;
-    std::vector<std::int32_t> passed; ///< marks to be set by the search under way
+    std::map<std::string, Marks, std::less<>> marksByName_;
+    std::vector<std::int32_t> passed_; ///< where the current search will leave marks
 };
 
 } // namespace veldtrim

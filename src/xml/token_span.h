@@ -1,3 +1,4 @@
+/// Cuts the inside of a tag into tokens.
 #pragma once
 
 #include <array>
@@ -6,15 +7,14 @@
 #include <string>
 #include <string_view>
 
-/// Cutting the inside of a tag into tokens.
 namespace veldtrim {
 
 /// State of a scan over the tokens of a text. The text ends with a NUL at `length` and holds none
-/// before.
+/// before it.
 struct TokenSpan {
     const char* text;
     std::int32_t length;
-    std::int32_t next = 0;   ///< where the next token is looked for
+    std::int32_t next = 0;   ///< where the search for the next token begins
     std::int32_t left = 0;   ///< first character of the token, without quotes
     std::int32_t right = -1; ///< last character of the token, without quotes
     bool isString = false;   ///< the token was quoted
@@ -27,7 +27,10 @@ struct TokenSpan {
 
 namespace detail {
 
-enum CharacterClass : std::uint8_t { whitespace = 1, endsToken = 2, quote = 4 };
+// Classes of characters; one character can have several.
+inline constexpr std::uint8_t whitespace = 1;
+inline constexpr std::uint8_t endsToken = 2;
+inline constexpr std::uint8_t quote = 4;
 
 constexpr std::array<std::uint8_t, 256> makeCharacterClasses() {
     std::array<std::uint8_t, 256> classes{};

@@ -4,6 +4,7 @@
 #include "veldtrim/cmarkup_stl.h"
 
 #include <iostream>
+#include <utility>
 
 namespace veldtrim {
 namespace {
@@ -123,13 +124,15 @@ bool XMLReader::getItemsBelow(const std::string& path, std::vector<std::string>&
         return false;
     }
     const bool filtered = path == "modules";
-    items.clear();
+    // Not into `items`, of which `type` may be an element.
+    std::vector<std::string> names;
     while (document->findChildElement(nullptr)) {
         std::string name = document->getChildTagName();
         if (!filtered || isModuleOfType(name, type)) {
-            items.push_back(std::move(name));
+            names.push_back(std::move(name));
         }
     }
+    items = std::move(names);
     return true;
 }
 

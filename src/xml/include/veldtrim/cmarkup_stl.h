@@ -1,3 +1,4 @@
+/// An XML document: its text, an index of its elements, and navigation over them.
 #pragma once
 
 #include "veldtrim/xml_export.h"
@@ -30,21 +31,20 @@ struct ElementPosition {
 ///
 /// The parser does not validate. It indexes the first top-level element and everything inside it,
 /// skips comments, processing instructions, CDATA sections and document type declarations, and
-/// stops at the first fault. Attribute values, character data and names are cut out of the text
-/// when they are asked for. No encoding is looked at; names match without regard to the case of
-/// ASCII letters.
+/// stops at the first fault. Attribute values, character data and names are cut out of the text on
+/// demand. The encoding is ignored; names match regardless of the case of ASCII letters.
 ///
 /// Three positions move over the index: the main position is the current element, the child
 /// position one of its children, the parent position its parent. Typical use: load, then
 /// `findChildElement` in a loop, `getChildAttribute`, `intoElement` to descend, `outOfElement` to
-/// come back. A ">" ends a start tag also inside a quoted value, and attribute values must be
+/// come back. A ">" ends a start tag even inside a quoted value, and attribute values must be
 /// quoted.
 ///
-/// Requested names match an element or attribute name also when they go on after it with a space,
-/// "=", "/" or "[": `group[2]` finds `group`.
+/// A requested name also matches an element or attribute name when it continues after that name
+/// with a space, "=", "/" or "[": `group[2]` finds `group`.
 ///
-/// Texts of 2 GiB or more are refused. Nothing is printed, and no input raises an exception; only
-/// memory that cannot be had does. For one thread at a time: even queries share state.
+/// Texts of 2 GiB or more are refused. Nothing is printed. No input raises an exception; only a
+/// lack of memory does. For one thread at a time: even queries share state.
 class VELDTRIM_XML_API CMarkupSTL {
 public:
     /// An empty document.
@@ -53,28 +53,28 @@ public:
     CMarkupSTL(const CMarkupSTL&) = delete;
     CMarkupSTL& operator=(const CMarkupSTL&) = delete;
 
-    /// Reads the whole file and parses it as `setDocument` does. Also false, without a message, for
-    /// a path that is no regular file, cannot be read, is empty, or holds 2 GiB or more. False
-    /// always leaves an empty document.
+    /// Reads the whole file and parses it as `setDocument` does. Also false, without a parse error,
+    /// for a path that is not a regular file, and for a file that cannot be read, is empty, or
+    /// holds 2 GiB or more. False always leaves an empty document.
     bool loadFile(const char* filePath);
 
-    /// Replaces the document by `text`, up to its NUL, and parses it; a null pointer is the empty
-    /// text. True when a root element was parsed; on false the document has no elements, and
-    /// `getParseError` says why, unless the text is empty or begins with an end tag. Positions are
-    /// reset.
+    /// Replaces the document with `text`, up to its NUL, and parses it; a null pointer means the
+    /// empty text. True when a root element was parsed. On false the document has no elements, and
+    /// `getParseError` says why, unless the text is empty or its first tag is an end tag. Resets
+    /// the positions.
     bool setDocument(const char* text);
 
     /// Clears the three positions: the next search starts at the root element.
     void resetPosition();
 
-    /// Makes the next child of the main position with this name, after the child position, the
-    /// child position. A null or empty name means any. From cleared positions the root element
-    /// becomes the main position first, whatever its name. False when there is none; the positions
-    /// then stay, apart from that first step.
+    /// Moves the child position to the next child of the main position with this name. A null or
+    /// empty name means any. From cleared positions the root element, whatever its name, becomes
+    /// the main position first. False when there is no such child; the positions then stay, apart
+    /// from that first step.
     bool findChildElement(const char* name);
 
-    /// Descends: the child position becomes the main position, without a child position. Without a
-    /// main position nothing changes.
+    /// Descends: the child position becomes the main position, and there is no child position any
+    /// more. Without a main position nothing changes.
     void intoElement();
 
     /// Climbs: the main position becomes the child position, its parent the main position. At the
@@ -89,12 +89,12 @@ public:
     /// The same for the child position.
     [[nodiscard]] std::string getChildAttribute(const char* name) const;
 
-    /// The same as it stands in the text, entities and all, valid as long as the document. Where
-    /// quotes are left open, many elements can share one value, however long: callers that ask all
-    /// of them know by the place of the view which value they have seen.
+    /// The same as written in the text, entities included; valid as long as the document. Where
+    /// quotes are left open, many elements can share one long value: callers that ask all of them
+    /// can tell by the address of the view which values they have seen.
     [[nodiscard]] std::string_view getChildAttributeSource(const char* name) const;
 
-    /// Character data of the main position: the first CDATA section as it stands if the content
+    /// Character data of the main position: the first CDATA section as written if the content
     /// begins with one, else the whole content, entities decoded. Empty for an element that has
     /// child elements. The entities are lt, gt, amp, apos and quot; others stay as written.
     [[nodiscard]] std::string getData() const;
@@ -112,8 +112,8 @@ public:
     /// The document's text.
     [[nodiscard]] const std::string& getDocText() const { return docText; }
 
-    /// The index. Place 0 is the document, its `firstChild` the root element or 0; elements follow
-    /// in document order, as many as the links reach. What lies behind them is unused.
+    /// The index. Place 0 is the document, whose `firstChild` is the root element or 0. The
+    /// elements follow in document order, as many as the links reach; places after them are unused.
     [[nodiscard]] const std::vector<ElementPosition>& getElements() const { return elements; }
 
 private:

@@ -1,4 +1,4 @@
-#include "message_text.h"
+#include "message_lines.h"
 
 #include <array>
 #include <charconv>
@@ -8,16 +8,16 @@ namespace veldtrim::pulsenote {
 
 namespace {
 
-constexpr std::string_view HexDigits = "0123456789abcdef";
-constexpr std::string_view ReplacementCharacter = "\xEF\xBF\xBD";
+constexpr std::string_view hexDigits = "0123456789abcdef";
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
 unsigned char byteAt(std::string_view text, std::size_t index) {
     return static_cast<unsigned char>(text[index]);
 }
 
 void appendHex(std::string& line, unsigned char byte) {
-    line += HexDigits[byte >> 4U];
-    line += HexDigits[byte & 0xFU];
+    line += hexDigits[byte >> 4U];
+    line += hexDigits[byte & 0xFU];
 }
 
 /// The control character that `sequence`, a well-formed one, stands for; -1 for any other
@@ -82,7 +82,7 @@ void appendJsonString(std::string& line, std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = utf8SequenceLength(text);
         if (length == 0) {
-            line += ReplacementCharacter;
+            line += replacementCharacter;
             text.remove_prefix(1);
             continue;
         }
