@@ -14,7 +14,7 @@ bool hasRoot(const CMarkupSTL& document) {
     return !elements.empty() && elements.front().firstChild != 0;
 }
 
-/// Whether the reader keeps the name of a child of "modules" when it is asked for `type`.
+/// Whether `getItemsBelow` keeps the name of a child of "modules" for the given type.
 bool isModuleOfType(const std::string& name, const std::string& type) {
     if (type == "all") {
         return true;
@@ -124,7 +124,7 @@ bool XMLReader::getItemsBelow(const std::string& path, std::vector<std::string>&
         return false;
     }
     const bool filtered = path == "modules";
-    // Not into `items`, of which `type` may be an element.
+    // Not directly into `items`, because `type` may be one of its elements.
     std::vector<std::string> names;
     while (document->findChildElement(nullptr)) {
         std::string name = document->getChildTagName();
