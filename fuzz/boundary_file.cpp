@@ -92,7 +92,7 @@ void checkPoints(BoundaryModel& model) {
     for (int round = 0; round < 2; ++round) {
         model.locateEach(points, fromModel);
         for (std::size_t i = 0; i < points.size(); ++i) {
-            const bool walked = veldtrim::fuzz::plainWalk(polygons, vertices, points[i]);
+            const bool walked = veldtrim::test::plainWalk(polygons, vertices, points[i]);
             require(model.isInBoundary(points[i]) == walked, "the model answers as the walk does");
             require((fromModel[i] != PointLocation::Outside) == walked,
                     "the model answers for many points as for one");
