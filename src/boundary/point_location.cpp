@@ -57,19 +57,9 @@ inline PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
     return odd ? PointLocation::Inside : PointLocation::Outside;
 }
 
-/// `segments` are those of the ring's polygon, or none.
-inline PointLocation locateInRing(const Ring& ring, const std::vector<BoundarySegment>& segments,
-                           const ElevationPoint& point) {
-    if (ring.size() <= 1) {
-        return PointLocation::Outside;
-    }
-    if (ring.size() == 2) {
-        const BoundarySegment segment =
-            segments.empty() ? BoundarySegment(ring.vertex(0), ring.vertex(1)) : segments.front();
-        return segment.distanceTo(point.x, point.y) == 0.0 ? PointLocation::OnBoundary
-                                                           : PointLocation::Outside;
-    }
-    return walkRing(ring, point);
+PointLocation locateOnSegment(const BoundarySegment& segment, const ElevationPoint& point) {
+    return segment.distanceTo(point.x, point.y) == 0.0 ? PointLocation::OnBoundary
+                                                       : PointLocation::Outside;
 }
 
 } // namespace
@@ -77,16 +67,28 @@ inline PointLocation locateInRing(const Ring& ring, const std::vector<BoundarySe
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
     const Ring ring(polygon, vertices);
-    if (ring.size() == 2 && polygon.segments.empty()) {
+    if (ring.size() > 2) {
+        return walkRing(ring, point);
+    }
+    if (ring.size() < 2) {
+        return PointLocation::Outside;
+    }
+    if (polygon.segments.empty()) {
         polygon.buildSegments(vertices);
     }
-    return locateInRing(ring, polygon.segments, point);
+    return locateOnSegment(polygon.segments.front(), point);
 }
 
 PointLocation locatePoint(const BoundaryPolygon& polygon,
                           const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
-    return locateInRing(Ring(polygon, vertices), polygon.segments, point);
+    const Ring ring(polygon, vertices);
+    if (ring.size() > 2) {
+        return walkRing(ring, point);
+    }
+    return ring.size() < 2
+               ? PointLocation::Outside
+               : locateOnSegment(BoundarySegment(ring.vertex(0), ring.vertex(1)), point);
 }
 
 } // namespace veldtrim

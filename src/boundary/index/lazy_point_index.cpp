@@ -1,5 +1,6 @@
 #include "boundary/index/lazy_point_index.h"
 
+#include <algorithm>
 #include <cassert>
 #include <new>
 
@@ -24,8 +25,8 @@ std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
     return size;
 }
 
-/// The definition: polygon after polygon. Calls `count` with the number of polygons or vertices
-/// that it is about to look at.
+/// The definition. Calls `count` with the number of polygons or vertices that it is about to look
+/// at.
 template <typename Count>
 PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<BoundaryVertex>& vertices,
                    const ElevationPoint& point, Count count) {
@@ -47,9 +48,12 @@ PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<Bounda
 PointLocation LazyPointIndex::locateByWalk(std::span<BoundaryPolygon> polygons,
                                            const std::vector<BoundaryVertex>& vertices,
                                            const ElevationPoint& point) {
-    if (stage_ == Stage::Walked) {
-        return walk(polygons, vertices, point, [](std::size_t) {});
-    }
+    return walk(polygons, vertices, point, [](std::size_t) {});
+}
+
+PointLocation LazyPointIndex::locateByCountedWalk(std::span<BoundaryPolygon> polygons,
+                                                  const std::vector<BoundaryVertex>& vertices,
+                                                  const ElevationPoint& point) {
     if (stage_ == Stage::Unknown) {
         const std::size_t size = sizeOf(polygons);
         stage_ = size > fewVertices ? Stage::Walking : Stage::Walked;
@@ -73,6 +77,11 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
     assert(points.size() == locations.size());
     if (index_) {
         index_->locateEach(points, locations);
+        return;
+    }
+    if (stage_ == Stage::Walked) {
+        std::transform(points.begin(), points.end(), locations.begin(),
+                       [&](const auto& point) { return locateByWalk(polygons, vertices, point); });
         return;
     }
     for (std::size_t i = 0; i < points.size(); ++i) {
