@@ -9,7 +9,7 @@ namespace veldtrim {
 
 namespace {
 
-PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
+inline PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
     const auto [px, py] = point;
 
     std::size_t position = 0;
@@ -57,26 +57,36 @@ PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
     return odd ? PointLocation::Inside : PointLocation::Outside;
 }
 
-} // namespace
-
-PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
-                          const ElevationPoint& point) {
-    if (polygon.vertexIndices.empty()) {
-        return PointLocation::Outside;
-    }
-    const Ring ring(polygon, vertices);
+/// `segments` are those of the ring's polygon, or none.
+inline PointLocation locateInRing(const Ring& ring, const std::vector<BoundarySegment>& segments,
+                                  const ElevationPoint& point) {
     if (ring.size() <= 1) {
         return PointLocation::Outside;
     }
     if (ring.size() == 2) {
-        if (polygon.segments.empty()) {
-            polygon.buildSegments(vertices);
-        }
-        return polygon.segments.front().distanceTo(point.x, point.y) == 0.0
-                   ? PointLocation::OnBoundary
-                   : PointLocation::Outside;
+        const BoundarySegment segment =
+            segments.empty() ? BoundarySegment(ring.vertex(0), ring.vertex(1)) : segments.front();
+        return segment.distanceTo(point.x, point.y) == 0.0 ? PointLocation::OnBoundary
+                                                           : PointLocation::Outside;
     }
     return walkRing(ring, point);
+}
+
+} // namespace
+
+PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
+                          const ElevationPoint& point) {
+    const Ring ring(polygon, vertices);
+    if (ring.size() == 2 && polygon.segments.empty()) {
+        polygon.buildSegments(vertices);
+    }
+    return locateInRing(ring, polygon.segments, point);
+}
+
+PointLocation locatePoint(const BoundaryPolygon& polygon,
+                          const std::vector<BoundaryVertex>& vertices,
+                          const ElevationPoint& point) {
+    return locateInRing(Ring(polygon, vertices), polygon.segments, point);
 }
 
 } // namespace veldtrim

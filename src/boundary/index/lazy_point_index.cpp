@@ -44,12 +44,21 @@ PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<Bounda
 
 } // namespace
 
-PointLocation LazyPointIndex::locateByWalk(std::span<BoundaryPolygon> polygons,
-                                           const std::vector<BoundaryVertex>& vertices,
-                                           const ElevationPoint& point) {
+PointLocation LazyPointIndex::locate(std::span<BoundaryPolygon> polygons,
+                                     const std::vector<BoundaryVertex>& vertices,
+                                     const ElevationPoint& point) {
+    if (index_) {
+        return index_->locate(point);
+    }
     if (stage_ == Stage::Walked) {
         return walk(polygons, vertices, point, [](std::size_t) {});
     }
+    return walkAndCount(polygons, vertices, point);
+}
+
+PointLocation LazyPointIndex::walkAndCount(std::span<BoundaryPolygon> polygons,
+                                           const std::vector<BoundaryVertex>& vertices,
+                                           const ElevationPoint& point) {
     if (stage_ == Stage::Unknown) {
         const std::size_t size = sizeOf(polygons);
         stage_ = size > fewVertices ? Stage::Walking : Stage::Walked;
@@ -72,7 +81,7 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
                                 std::span<PointLocation> locations) {
     assert(points.size() == locations.size());
     if (index_) {
-        index_->index.locateEach(index_->polygons, index_->vertices, points, locations);
+        index_->locateEach(points, locations);
         return;
     }
     for (std::size_t i = 0; i < points.size(); ++i) {
@@ -81,11 +90,9 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
 }
 
 void LazyPointIndex::build(std::span<const BoundaryPolygon> polygons,
-                           std::span<const BoundaryVertex> vertices) {
+                           const std::vector<BoundaryVertex>& vertices) {
     try {
-        const std::vector<BoundaryPolygon> own(polygons.begin(), polygons.end());
-        const std::vector<BoundaryVertex> ownVertices(vertices.begin(), vertices.end());
-        index_ = std::make_shared<Built>(own, ownVertices, PointIndex(own, ownVertices));
+        index_ = std::make_shared<const PointIndex>(polygons, vertices);
     } catch (const std::bad_alloc&) {
         stage_ = Stage::Walked; // slow is better than not at all
     }

@@ -23,7 +23,7 @@ bool agree(const PointIndex& index, std::vector<BoundaryPolygon>& polygons,
            const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
     bool isOutside = true;
     bool agrees = false;
-    const PointLocation found = index.locate(polygons, vertices, point);
+    const PointLocation found = index.locate(point);
     for (BoundaryPolygon& polygon : polygons) {
         if (boundsContain(polygon, point)) {
             const PointLocation location = locatePoint(polygon, vertices, point);
@@ -53,7 +53,7 @@ TEST_P(PointIndexKinds, AnswersAsTheWalkDoes) {
         std::vector<ElevationPoint> points(1500);
         std::generate(points.begin(), points.end(), [&] { return generator.point(model); });
         std::vector<PointLocation> locations(points.size());
-        index.locateEach(polygons, model.vertices(), points, locations);
+        index.locateEach(points, locations);
         for (std::size_t i = 0; i < points.size(); ++i) {
             const ElevationPoint& point = points[i];
             const auto where = [&] {
@@ -61,7 +61,7 @@ TEST_P(PointIndexKinds, AnswersAsTheWalkDoes) {
                                           << point.x << " " << point.y;
             };
             ASSERT_TRUE(agree(index, polygons, model.vertices(), point)) << where();
-            ASSERT_EQ(index.locate(polygons, model.vertices(), point), locations[i]) << where();
+            ASSERT_EQ(index.locate(point), locations[i]) << where();
         }
     }
 }
@@ -100,10 +100,10 @@ TEST(PointIndex, TakesAnyModelAndAnyPoint) {
         }
         std::vector<BoundaryPolygon> polygons = model.polygons();
         const PointIndex index(polygons, model.vertices());
-        index.locateEach(polygons, model.vertices(), points, locations);
+        index.locateEach(points, locations);
         for (std::size_t i = 0; i < points.size(); ++i) {
             ASSERT_TRUE(agree(index, polygons, model.vertices(), points[i]) &&
-                        index.locate(polygons, model.vertices(), points[i]) == locations[i])
+                        index.locate(points[i]) == locations[i])
                 << "rings " << use << " point " << points[i].x << " " << points[i].y;
         }
     }
@@ -114,8 +114,8 @@ TEST(PointIndex, RespectsBoundsThatAreNotThoseOfTheVertices) {
     std::vector<BoundaryPolygon> polygons = model.polygons();
     polygons[0].bounds = {0, 0, 5, 5};
     const PointIndex index(polygons, model.vertices());
-    EXPECT_EQ(index.locate(polygons, model.vertices(), {4, 4}), PointLocation::Inside);
-    EXPECT_EQ(index.locate(polygons, model.vertices(), {6, 6}), PointLocation::Outside);
+    EXPECT_EQ(index.locate({4, 4}), PointLocation::Inside);
+    EXPECT_EQ(index.locate({6, 6}), PointLocation::Outside);
 }
 
 // The model builds its index while it is asked, and must drop it when it changes.
@@ -159,7 +159,7 @@ TEST(PointIndex, LooksUpGroupsOfAnySize) {
             points.push_back({vertex.x, vertex.y});
         }
         std::vector<PointLocation> locations(size, PointLocation::Outside);
-        index.locateEach(polygons, model.vertices(), points, locations);
+        index.locateEach(points, locations);
         EXPECT_EQ(std::count(locations.begin(), locations.end(), PointLocation::OnBoundary),
                   static_cast<std::ptrdiff_t>(size));
     }
