@@ -81,12 +81,12 @@ std::vector<ElevationPoint> pointsToTest(const std::vector<BoundaryVertex>& vert
 }
 
 void checkPoints(BoundaryModel& model) {
-    std::vector<BoundaryPolygon> polygons = model.polygons();
+    const std::vector<BoundaryPolygon>& polygons = model.polygons();
     const std::vector<BoundaryVertex>& vertices = model.vertices();
     const PointIndex index(polygons, vertices);
     const std::vector<ElevationPoint> points = pointsToTest(vertices);
     std::vector<PointLocation> fromIndex(points.size());
-    index.locateEach(polygons, vertices, points, fromIndex);
+    index.locateEach(points, fromIndex);
     // The second round meets a model that may have built data of its own by then.
     std::vector<PointLocation> fromModel(points.size());
     for (int round = 0; round < 2; ++round) {
@@ -98,7 +98,7 @@ void checkPoints(BoundaryModel& model) {
                     "the model answers for many points as for one");
             require((fromIndex[i] != PointLocation::Outside) == walked,
                     "the index answers as the walk does");
-            require(index.locate(polygons, vertices, points[i]) == fromIndex[i],
+            require(index.locate(points[i]) == fromIndex[i],
                     "the index answers for many points as for one");
         }
     }

@@ -38,7 +38,7 @@ void Outlet::sendText(MessageKind kind, int code, const std::string& text, bool 
     }
     try {
         waiting_.emplace_back(Text{kind, code, text, flag});
-    } catch (const std::exception&) { // No memory: the message is lost, not the run.
+    } catch (const std::exception&) { // Out of memory: the message is lost, the run continues.
     }
 }
 
@@ -104,10 +104,9 @@ void Outlet::deliver(double position, bool flag) noexcept {
 }
 
 Outlet& outlet() noexcept {
-    // Never destroyed: objects with static storage may still send from their destructors.
+    // Never destroyed, because static objects can still send messages from their destructors.
     alignas(Outlet) static std::array<std::byte, sizeof(Outlet)> storage;
-    // The one sender of the process.
-    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): one for the process
     static auto* const theOutlet = ::new (storage.data()) Outlet;
 
     struct AtEnd {

@@ -35,7 +35,7 @@ struct ProgressMessage::Stretch : veldtrim::pulsenote::Stretch {
     using veldtrim::pulsenote::Stretch::Stretch;
 };
 
-// Without memory the stretch is silent: lost progress must not end the run.
+// If there is no memory, the stretch is not reported: lost progress must not end the run.
 ProgressMessage::ProgressMessage(double start, double end, int steps)
     : stretch_(new (std::nothrow) Stretch(outlet().thinning(), {start, end, steps})) {
     outlet().beginStretch(start, end, steps);

@@ -9,12 +9,12 @@ namespace {
 
 constexpr double scaleEnd = 100.0;
 
-/// Positions are thousandths, so two that are closer than 0.1 are at most 0.099 apart. The limit in
-/// between keeps the rounding of a difference out of the verdict.
+/// Positions are multiples of 0.001, so two positions less than 0.1 apart are at most 0.099 apart.
+/// This limit lies between the two values, so rounding errors of a difference do not matter.
 constexpr double newsDistance = 0.0995;
 
-/// Whether a step with a finite position is no news after `last`. The positions for which this
-/// holds are one interval: 100 never lies within it, only at its end, unless `last` is 100.
+/// Whether a finite position is not news after `last`. The positions that are not news form one
+/// interval. Unless `last` is 100, that interval ends before 100 or begins after it.
 bool isQuiet(double position, double last) {
     if (!(std::fabs(position - last) < newsDistance)) {
         return false;
@@ -28,7 +28,7 @@ double unrounded(const StretchScale& scale, int step) {
 }
 
 double toThousandths(double position) {
-    // Beyond this, doubles are not much finer than thousandths.
+    // Larger doubles are hardly finer than thousandths.
     constexpr double largest = 1e12;
     constexpr double lastBeforeEnd = 99.999;
     if (!(std::fabs(position) < largest)) {
@@ -38,8 +38,8 @@ double toThousandths(double position) {
     return position < scaleEnd && rounded >= scaleEnd ? lastBeforeEnd : rounded;
 }
 
-/// About the last step after `step` that is no news: where the unrounded positions leave the quiet
-/// interval, less one step, since rounding may be off by one.
+/// Estimates the last step from `step` on that is not news: one step before the unrounded positions
+/// leave the quiet interval, because rounding can shift that by one step.
 int estimateLastQuiet(const StretchScale& scale, int step, double last) {
     const double perStep = scale.steps > 0 ? (scale.end - scale.start) / scale.steps : 0.0;
     double limit = last + std::copysign(newsDistance, perStep);
@@ -54,9 +54,9 @@ int estimateLastQuiet(const StretchScale& scale, int step, double last) {
     return room < static_cast<double>(largest) - step ? static_cast<int>(step + room) : largest;
 }
 
-/// Steps from `step` on that are no news after `last`; none where `step` itself is news. Not
-/// necessarily all of them, but the end is checked: positions move one way from step to step, so
-/// between two steps within the quiet interval there is none outside of it.
+/// Steps from `step` on that are not news after `last`; none if `step` itself is news. There may be
+/// more of them. It is enough to check the two ends: positions move in one direction, so all steps
+/// between two steps in the quiet interval are in it too.
 StepRange quietSteps(const StretchScale& scale, int step, double last) {
     if (!isQuiet(scale.position(step), last)) {
         return {};

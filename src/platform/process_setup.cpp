@@ -17,7 +17,7 @@ namespace veldtrim {
 
 namespace {
 
-/// The console's code page before the run, whose end brings it back.
+/// The console's code page before the run; restored at the end.
 UINT codePageBefore = 0;
 
 void restoreCodePage() {
@@ -26,10 +26,10 @@ void restoreCodePage() {
 
 } // namespace
 
-// The runtime keeps the standard descriptors reserved.
+// Closed standard streams need no care here: the runtime reserves their descriptors.
 void setUpProcess() {
-    // The manifest asks for UTF-8, but Windows before version 1903 ignores that. Paths then go
-    // through the system's code page, as in any other program.
+    // The manifest requests UTF-8, but Windows before version 1903 ignores that. Paths then use the
+    // system's code page, as in other programs.
     if (!pathsAreUtf8()) {
         return;
     }
@@ -39,7 +39,7 @@ void setUpProcess() {
     }
 }
 
-// Windows has no such signal.
+// Windows does not have this signal.
 void ignorePipeSignal() noexcept {}
 
 bool pathsAreUtf8() {
@@ -51,7 +51,7 @@ bool pathsAreUtf8() {
 void setUpProcess() {
     ignorePipeSignal();
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-    // The system hands out the lowest free descriptor, so this fills any gap among 0, 1 and 2.
+    // The system assigns the lowest free descriptor, so this fills any gap among 0, 1 and 2.
     int descriptor = 0;
     do {
         descriptor = ::open("/dev/null", O_RDWR);

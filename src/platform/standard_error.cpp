@@ -16,7 +16,7 @@ namespace {
 
 HANDLE standardErrorHandle() noexcept {
     const int descriptor = _fileno(stderr);
-    // The runtime marks a standard stream that the process was started without with -2.
+    // The runtime reports -2 for a standard stream that was closed when the process started.
     const std::intptr_t handle = descriptor >= 0 ? _get_osfhandle(descriptor) : -1;
     return handle == -2 ? INVALID_HANDLE_VALUE : reinterpret_cast<HANDLE>(handle);
 }
@@ -27,7 +27,7 @@ bool standardErrorIsOpen() noexcept {
     return standardErrorHandle() != INVALID_HANDLE_VALUE;
 }
 
-// Not _isatty, which takes "nul" for a terminal.
+// _isatty would take "nul" for a terminal.
 bool standardErrorIsTerminal() noexcept {
     DWORD mode = 0;
     return GetConsoleMode(standardErrorHandle(), &mode) != 0;
@@ -43,7 +43,7 @@ std::size_t standardErrorWidth() noexcept {
 }
 
 void writeToStandardError(std::string_view text) noexcept {
-    // The stream is in text mode, so line feeds become the platform's line ends.
+    // The stream is in text mode, which turns line feeds into the platform's line ends.
     constexpr std::size_t largestWrite = 1U << 30U;
     while (!text.empty()) {
         const auto size = static_cast<unsigned>(std::min(text.size(), largestWrite));
@@ -68,8 +68,8 @@ namespace veldtrim {
 
 namespace {
 
-/// Whether a write that failed may be tried again. Waits for a receiver that made the pipe
-/// non-blocking, as for any other: giving up half way would leave half a line.
+/// Whether a failed write can be repeated. If the receiver has made the pipe non-blocking, waits
+/// until it reads: giving up would leave half a line.
 bool canWriteAgain() noexcept {
     if (errno == EINTR) {
         return true;

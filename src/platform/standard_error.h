@@ -6,24 +6,24 @@
 
 namespace veldtrim {
 
-/// Whether the process has a standard error at this moment. Ask before the process opens files: the
-/// first file would take the number of a standard error that is closed.
+/// Whether standard error is open. Call this before the process opens files: the first file would
+/// get the descriptor of a closed standard error.
 bool standardErrorIsOpen() noexcept;
 
 /// Whether standard error is a terminal.
 bool standardErrorIsTerminal() noexcept;
 
-/// Columns of a terminal that does not say how many it has.
+/// The number of columns that is assumed if the terminal does not report it.
 inline constexpr std::size_t usualTerminalWidth = 80;
 
-/// Columns of the terminal that standard error goes to, at this moment; `usualTerminalWidth` where
-/// the terminal does not say, or where it is none.
+/// The present number of columns of the terminal behind standard error, or `usualTerminalWidth` if
+/// the terminal does not report it or standard error is not a terminal.
 std::size_t standardErrorWidth() noexcept;
 
-/// Writes `text` to standard error in one write, or in several where the system takes only a part.
+/// Writes `text` to standard error in one write, or in several if the system accepts only a part.
 ///
-/// Gives up silently on a failure: there is nobody left to tell. Waits for a reader that is slow.
-/// A pipe without a reader raises SIGPIPE; `ignorePipeSignal` keeps that from ending the process.
+/// Waits for a slow reader. Ignores failures, because no one is left to report them to. A pipe
+/// without a reader raises SIGPIPE; `ignorePipeSignal` keeps that from ending the process.
 void writeToStandardError(std::string_view text) noexcept;
 
 } // namespace veldtrim

@@ -3,16 +3,16 @@
 namespace veldtrim {
 namespace {
 
-// At most one mark in this many bytes.
+// A search leaves at most one mark per block of this many bytes.
 constexpr std::int32_t markDistance = 64;
 
-// Programs ask for a handful of names; whoever asks for more starts over.
+// Programs ask for a few names. After this many, the marks of all names are dropped.
 constexpr std::size_t mostNames = 32;
 
 enum class Step : std::uint8_t { GoOn, Found, Nothing };
 
-/// Looks at the token in `span`, before any name has matched. When the name matches, looks at the
-/// two tokens after it, which settle the search: the second must be quoted.
+/// Looks at the token in `span`, before any name has matched. If the name matches, the two tokens
+/// after it decide the search: the second one must be quoted.
 inline Step look(TokenSpan& span, std::string_view name, bool isTagName) {
     if (span.isString) {
         return Step::GoOn;
@@ -39,7 +39,8 @@ inline Step look(TokenSpan& span, std::string_view name, bool isTagName) {
 } // namespace
 
 bool AttributeSearch::find(TokenSpan& span, std::int32_t tagEnd, std::string_view name) {
-    // Only a quoted token can cross the tag's end; searching a little way beyond it costs little.
+    // Only a quoted token can cross the end of the tag. A short search beyond it costs little and
+    // needs no marks.
     const std::int64_t nearEnd = std::int64_t{tagEnd} + markDistance;
     for (bool isTagName = true; nextToken(span); isTagName = false) {
         const Step step = look(span, name, isTagName);
@@ -69,7 +70,7 @@ bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& 
     Outcome outcome;
     std::int32_t block = span.next / markDistance;
     while (true) {
-        // Searches that have met agree on the first token of every further block.
+        // Searches that have met find the same first token in every later block.
         if (span.next / markDistance != block) {
             block = span.next / markDistance;
             const auto mark = marks.find(span.next);

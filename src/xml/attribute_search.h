@@ -1,4 +1,4 @@
-/// The search for attributes in start tags.
+/// Searches start tags for attributes.
 #pragma once
 
 #include "token_span.h"
@@ -12,28 +12,29 @@
 
 namespace veldtrim {
 
-/// Finds attributes in the start tags of one document, in time that is linear over all tags.
+/// Finds attributes in the start tags of one document. The time for all tags together is linear.
 ///
-/// The search looks at tokens, and a quote that is not closed within its tag carries it beyond the
-/// tag, possibly to the end of the document. With a million siblings of that kind, going the whole
-/// way every time would take hours. But as long as no name has matched, what a search finds from a
-/// token on depends only on where that token is, and searches that begin in different tags soon
-/// meet on the same tokens. So the first search that goes far beyond its tag leaves marks on its
-/// way, with what it found in the end, and later searches for the same name stop at the first mark.
+/// A search goes from token to token. If a quote is not closed within its tag, the search continues
+/// beyond the tag, possibly to the end of the document; with a million such siblings, this would
+/// take hours. However, before the name has matched, the outcome of a search depends only on the
+/// position of its current token, and searches that begin in different tags soon meet at the same
+/// token. Therefore, the first search that goes far beyond its tag leaves marks with its outcome on
+/// the way, and later searches for the same name stop at the first mark.
 class AttributeSearch {
 public:
-    /// Forgets all marks. Call it when the document changes.
+    /// Removes all marks. To be called when the document changes.
     void reset() { marksByName_.clear(); }
 
-    /// Moves `span` from after the "<" of a start tag to the value of the attribute `name`: the
-    /// second token after one that matches the name, which must be quoted. With an empty name, to
-    /// the name of the first attribute. False when there is none before a bare ">" or "/".
+    /// Moves `span` from after the "<" of a start tag to the value of the attribute `name`. The
+    /// value is the second token after one that matches the name, and must be quoted. With an empty
+    /// name, moves `span` to the name of the first attribute. Returns false if there is none before
+    /// an unquoted ">" or "/".
     ///
-    /// `tagEnd` is the offset of the start tag's ">".
+    /// `tagEnd` is the offset of the ">" of the start tag.
     bool find(TokenSpan& span, std::int32_t tagEnd, std::string_view name);
 
 private:
-    /// The place of a found token, or of nothing.
+    /// The position of the token that was found, if any.
     struct Outcome {
         std::int32_t left = 0;
         std::int32_t right = -1;

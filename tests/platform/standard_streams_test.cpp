@@ -23,7 +23,7 @@ TEST(ProcessSetup, ignoresThePipeSignalUnlessTheProgramHandlesIt) {
     EXPECT_EQ(std::signal(SIGPIPE, before), static_cast<void (*)(int)>(handler));
 }
 
-/// What a reader gets when `text` is written to a standard error that is a pipe with `flags`.
+/// What a reader receives when `text` is written to a pipe with `flags` as standard error.
 std::string receivedThroughPipe(const std::string& text, int flags) {
     std::array<int, 2> ends{};
     EXPECT_EQ(pipe(ends.data()), 0);

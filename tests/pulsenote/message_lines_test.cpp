@@ -42,7 +42,7 @@ TEST(HostLine, carriesWhatTheKindHas) {
               "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD \xEF\xBF\xBD\xEF\xBF\xBD\"}\n");
 }
 
-TEST(HostProgressLine, holdsAPlainNumberOrNothingAtAll) {
+TEST(HostProgressLine, containsAPlainNumberOrIsEmpty) {
     const std::pair<double, std::string> numbers[] = {
         {-0.0, "0"}, {33.333, "33.333"}, {100, "100"}, {-7.25, "-7.25"}, {1e300, "1e+300"}};
     for (const auto& [position, number] : numbers) {
@@ -56,8 +56,7 @@ TEST(HostProgressLine, holdsAPlainNumberOrNothingAtAll) {
 }
 
 TEST(Utf8, acceptsWellFormedSequencesOnly) {
-    // The ends of each range of code points, which are well-formed until a byte is missing or
-    // wrong.
+    // The ends of each range of code points are well-formed unless a byte is missing or wrong.
     for (const std::string sequence :
          {"\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
           "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF3\xBF\xBF\xBF", "\xF4\x8F\xBF\xBF"}) {

@@ -1,4 +1,4 @@
-// What leaves a process on standard error, for the whole life of the process.
+// What a process writes to standard error, from its first static object to its last.
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
@@ -18,12 +18,12 @@ using veldtrim::test::TemporaryDirectory;
 
 namespace {
 
-/// Exit code of the speaker, started by the shell.
+/// Runs the speaker through the shell and returns its exit code.
 int speak(const std::string& arguments) {
     std::string command = "\"" PULSENOTE_SPEAKER "\" " + arguments;
 #ifdef _WIN32
-    // The shell drops the first and the last quote of a command that begins with one, and takes
-    // what follows a "/" for an option.
+    // If a command begins with a quote, the shell drops its first and its last one. It takes text
+    // after a "/" for an option.
     command.insert(0, "\"").append("\"");
     std::replace(command.begin(), command.end(), '/', '\\');
     return std::system(command.c_str());
@@ -48,7 +48,7 @@ TEST(ProcessLife, deliversEveryMessageInOrder) {
          "{\"kind\":\"failed\",\"code\":-1,\"text\":\"b\"}\n"
          "{\"kind\":\"error\",\"code\":2,\"text\":\"c\"}\n"
          "{\"kind\":\"finish\",\"code\":1,\"text\":\"d\"}\n"},
-        // What waits for the form comes in that form; the form is fixed once, or by the end.
+        // Waiting messages are delivered in the first form that is set, or when the process ends.
         {"error=a stretch=0,100,2 reach=1,1 state=b person state=c host state=d", 0, false,
          "error: a\nb\nc\nd\n"},
         {"finish=a stretch=0,100,2 reach=1,1 error=b host", 0, true,
@@ -76,8 +76,8 @@ TEST(ProcessLife, deliversEveryMessageInOrder) {
 }
 
 #ifndef _WIN32 // whose shell cannot close standard error
-TEST(ProcessLife, goesOnWhenNobodyListens) {
-    // A pipe without a reader, and the signal as programs find it.
+TEST(ProcessLife, continuesWhenNobodyListens) {
+    // A pipe without a reader, and the default handling of the signal.
     std::array<int, 2> ends{};
     ASSERT_EQ(pipe(ends.data()), 0);
     close(ends[0]);
@@ -91,7 +91,7 @@ TEST(ProcessLife, goesOnWhenNobodyListens) {
         "state=a open=" + data + " host state=b stretch=0,100,9 reach=0,9 exit=5 ";
     for (const char* receiver : {"2>&-", "2>/dev/full", "2>&9"}) {
         EXPECT_EQ(speak(messages + receiver), 5) << receiver;
-        EXPECT_EQ(readBytes(data), "") << "takes the number of a closed standard error";
+        EXPECT_EQ(readBytes(data), "") << "gets the descriptor of a closed standard error";
     }
     std::signal(SIGPIPE, before);
     close(ends[1]);

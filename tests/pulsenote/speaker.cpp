@@ -1,5 +1,5 @@
-/// Sends a message before `main`, those that its arguments name (see `perform`), and one as the
-/// last object of the process.
+/// Sends a message before `main`, the messages that its arguments name (see `perform`), and one
+/// from the destructor of the last object.
 #include "pulsenote.h"
 
 #include <cstdlib>
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Destroyed after all objects that are created later, so after the sender's end.
+/// Created first and therefore destroyed last, after the sender has finished.
 struct LastWords {
     ~LastWords() { const StateMessage message(0, "last", false); }
 } lastWords;

@@ -50,7 +50,7 @@ TEST(TerminalProgress, redrawsAtMostTenTimesASecond) {
     EXPECT_NE(progress.draw(12, at(100), 80), "");
 }
 
-TEST(TerminalProgress, leavesTheLineClean) {
+TEST(TerminalProgress, erasesTheWholeLine) {
     TerminalProgress progress;
     EXPECT_EQ(progress.erase(80), "");
     EXPECT_EQ(progress.restore(80), "");
@@ -59,13 +59,13 @@ TEST(TerminalProgress, leavesTheLineClean) {
     EXPECT_EQ(progress.erase(20), "\r" + std::string(19, ' ') + "\r");
     EXPECT_EQ(progress.erase(20), "");
     EXPECT_EQ(progress.restore(20), line.substr(1));
-    // Shorter than the line before: the rest of it is covered, but not beyond a narrower terminal.
+    // A shorter line overwrites the rest of the previous one, but not beyond a narrower terminal.
     EXPECT_EQ(progress.draw(12, at(100), 12), "\r 12.0 %     \r 12.0 %");
     EXPECT_EQ(progress.erase(5), "\r     \r");
-    EXPECT_EQ(progress.restore(5), "") << "too narrow by now";
+    EXPECT_EQ(progress.restore(5), "") << "the terminal is too narrow";
 }
 
-TEST(TerminalProgress, countsTheRecordsOfJoiningStretchesOnly) {
+TEST(TerminalProgress, countsOnlyTheRecordsOfJoiningStretches) {
     const auto lineAfter = [](auto... stretches) {
         TerminalProgress progress;
         (progress.beginStretch(stretches.start, stretches.end, stretches.steps, at(0)), ...);

@@ -17,7 +17,7 @@ constexpr int minInt = std::numeric_limits<int>::min();
 constexpr int maxInt = std::numeric_limits<int>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-TEST(Thinning, positionIsToTheThousandthAndNeverRoundedUpToTheEnd) {
+TEST(Thinning, positionIsRoundedToTheThousandthButNotUpToTheEnd) {
     EXPECT_EQ((StretchScale{0, 100, 3}.position(1)), 33.333);
     EXPECT_EQ((StretchScale{0, 100, 300'000'000}.position(299'999'999)), 99.999);
     EXPECT_EQ((StretchScale{1, 100, 100}.position(100)), 100);
@@ -42,9 +42,8 @@ TEST(Thinning, newsIsATenthAwayOrTheEnd) {
     }
 }
 
-// Random stretches, three at a time, and random ways through their steps: one by one or in strides,
-// up or down, from anywhere.
-TEST(Thinning, skipsWhatIsNoNewsAndNothingElse) {
+// Three random stretches at a time, with steps from anywhere, one by one or in strides, up or down.
+TEST(Thinning, skipsNothingButWhatIsNotNews) {
     std::mt19937_64 random(4711);
     const auto oneIn = [&](unsigned count) { return random() % count == 0; };
     const auto real = [&](double low, double high) {

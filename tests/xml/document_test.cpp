@@ -19,19 +19,14 @@ TEST(DocumentTest, SaysWhyATextIsRefused) {
         const char* text;
         const char* error;
     } cases[] = {{"", ""},
-
                  {"plain", "Element tag not found"},
-
                  {"<a", "End of tag not found"},
                  {"<a>< \t\r\n", "Abrupt end within tag"},
                  {"<a><\"b\"></a>", "Tag starts with quote"},
                  {"<a><!-- open", "Invalid node"},
-
                  {"<!", "Invalid node"},
-
                  {"<a><b></a>", "End tag does not correspond to b"},
                  {"<%s></b>", "End tag does not correspond to %s"},
-
                  {"<a><bc></bc", "End tag not completed for element bc"}};
     for (const auto& [text, error] : cases) {
         CMarkupSTL document;
@@ -106,7 +101,7 @@ TEST(DocumentTest, LoadsTheBytesOfAFileOrNothing) {
                                    directory.write("bad.xml", "<a>"),
                                    sparse,
                                    ""};
-    paths.insert(paths.end(), devices.begin(), devices.end()); // none waits for input
+    paths.insert(paths.end(), devices.begin(), devices.end()); // which must not wait for input
     for (const std::string& path : paths) {
         ASSERT_TRUE(document.setDocument("<old/>"));
         EXPECT_FALSE(document.loadFile(path.c_str()) || XMLReader::checkFile(path)) << path;

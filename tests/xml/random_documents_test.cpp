@@ -1,4 +1,4 @@
-// Documents of tags and their near misses, judged by a parser and a cursor of the plainest form.
+// Random documents, well-formed and almost so, judged by the reference parser and cursor.
 #include "judges/reference_cursor.h"
 #include "veldtrim/cmarkup_stl.h"
 
@@ -63,8 +63,8 @@ private:
         text += "</" + name + (below(8) == 0 ? " q='1' >" : ">");
     }
 
-    /// Siblings whose quotes often run on into what follows. Few kinds of pieces at a time make for
-    /// long ways without an end.
+    /// Siblings whose quotes often extend into the text that follows. With few kinds of pieces at a
+    /// time, many searches go a long way.
     std::string openQuotes() {
         static constexpr const char* siblings[] = {
             "<a '/>'", "<b \"/>", "<a x='1'/>", "<a x=\"/>",  "text", "<b x y", " '",      "\"",

@@ -21,32 +21,24 @@ TEST(XmlReaderTest, PathsSelectDataAndAttributes) {
         bool found;
         const char* value;
     } cases[] = {{plain, "a/b", true, "7"},
-
                  {plain, "A/B[2]", true, "7"},
                  {plain, "a b/b=c", true, "7"},
-
                  {plain, "cfg/a/b", false, "-"},
                  {plain, "", true, ""},
                  {plain, "a/", true, "7"},
-
                  {plain, "e/@ID", true, "5&"},
                  {plain, "e/@x", false, ""},
                  {plain, "e/@", true, "id"},
                  {plain, "e/@empty", false, ""},
                  {plain, "none/@id", false, "-"},
-
                  {plain, "e/@id/x", false, "-"},
                  {"<r><a x='&lt;&amp;lt;&quot;&apos;&gt;&#65;&LT;&lt'/></r>", "a/@x", true,
                   "<&lt;\"'>&#65;&LT;&lt"},
                  {"<r><a x y '2'/></r>", "a/@x", true, "2"},
-
                  {"<r><a\n x\t=\r'1'/></r>", "a/@x[3]", true, "1"},
                  {"<r><a z='>' x='1'/></a></r>", "a/@x", true, "1"},
-
                  {"<r><a>a &lt; b &amp;amp; &#65; &</a></r>", "a", true, "a < b &amp; &#65; &"},
-
                  {"<r><a> \n<![CDATA[x<y&lt;]]> more ]]></a></r>", "a", true, "x<y&lt;"},
-
                  {"<r><a><![CDATA[x>]]</a>]]></a></r>", "a", true, "x>]]</a>"}};
     for (auto [text, path, found, value] : cases) {
         XMLReader reader;
@@ -54,7 +46,7 @@ TEST(XmlReaderTest, PathsSelectDataAndAttributes) {
         std::string is = "-";
         EXPECT_EQ(reader.getString(path, is), found) << path << " in " << text;
         EXPECT_EQ(is, value) << path << " in " << text;
-        EXPECT_EQ(reader.getString(path, path), found) << "into the path itself";
+        EXPECT_EQ(reader.getString(path, path), found) << "with the path as the value";
         EXPECT_TRUE(*value == '-' || path == value) << path;
     }
 }
@@ -78,7 +70,7 @@ TEST(XmlReaderTest, NumbersConvertOrFail) {
     EXPECT_EQ(whole, 42) << "unchanged";
 }
 
-TEST(XmlReaderTest, ListsTheNamesBelow) {
+TEST(XmlReaderTest, ListsTheNamesOfChildren) {
     const Names all = {"Kestrune", "kestrune", "TavelReffModule", "Other"};
     const struct {
         const char* path;
@@ -101,7 +93,7 @@ TEST(XmlReaderTest, ListsTheNamesBelow) {
     ASSERT_TRUE(reader.setString("<p><modules><TavelReffModule/><Kestrune/></modules></p>"));
     Names items = {"Kestrune", "modules"};
     EXPECT_TRUE(reader.getItemsBelow(items[1], items, items[0]));
-    EXPECT_EQ(items, (Names{"TavelReffModule", "Kestrune"})) << "in the place of the arguments";
+    EXPECT_EQ(items, (Names{"TavelReffModule", "Kestrune"})) << "with arguments from `items`";
 }
 
 TEST(XmlReaderTest, LoadsTextsAndFiles) {
@@ -117,7 +109,7 @@ TEST(XmlReaderTest, LoadsTextsAndFiles) {
     EXPECT_TRUE(reader.setString(std::string("<a/>\0<", 6)));
 }
 
-TEST(XmlReaderTest, TheStaticTraversalGoesOnFromWhereTheDocumentStands) {
+TEST(XmlReaderTest, TheStaticTraversalStartsAtTheCurrentPosition) {
     CMarkupSTL document;
     ASSERT_TRUE(document.setDocument("<r><a n='1'><a n='2'/></a></r>"));
     EXPECT_TRUE(XMLReader::traversePath("a", &document));
@@ -127,7 +119,7 @@ TEST(XmlReaderTest, TheStaticTraversalGoesOnFromWhereTheDocumentStands) {
     EXPECT_FALSE(XMLReader::traversePath("a", &document));
     document.resetPosition();
     EXPECT_FALSE(XMLReader::traversePath("a/none", &document));
-    EXPECT_EQ(document.getAttribute("n"), "1") << "as deep as it got";
+    EXPECT_EQ(document.getAttribute("n"), "1") << "the depth that was reached";
     EXPECT_FALSE(XMLReader::traversePath("a", nullptr));
 }
 

@@ -1,6 +1,6 @@
-/// VELDTRIM_XML_API marks what the XML library exports when it is built as a shared library (a DLL
+/// VELDTRIM_XML_API marks the classes that the XML library exports if it is a shared library (a DLL
 /// on Windows). The build defines VELDTRIM_XML_SHARED for the library and for every program that
-/// links it, veldtrim_xml_EXPORTS for the library alone. A static library needs no marks.
+/// links it, and veldtrim_xml_EXPORTS only for the library. A static library needs no marks.
 #pragma once
 
 #if !defined(VELDTRIM_XML_SHARED)
