@@ -57,19 +57,9 @@ inline PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
     return odd ? PointLocation::Inside : PointLocation::Outside;
 }
 
-/// `segments` are those of the ring's polygon, or none.
-inline PointLocation locateInRing(const Ring& ring, const std::vector<BoundarySegment>& segments,
-                                  const ElevationPoint& point) {
-    if (ring.size() <= 1) {
-        return PointLocation::Outside;
-    }
-    if (ring.size() == 2) {
-        const BoundarySegment segment =
-            segments.empty() ? BoundarySegment(ring.vertex(0), ring.vertex(1)) : segments.front();
-        return segment.distanceTo(point.x, point.y) == 0.0 ? PointLocation::OnBoundary
-                                                           : PointLocation::Outside;
-    }
-    return walkRing(ring, point);
+PointLocation locateOnSegment(const BoundarySegment& segment, const ElevationPoint& point) {
+    return segment.distanceTo(point.x, point.y) == 0.0 ? PointLocation::OnBoundary
+                                                       : PointLocation::Outside;
 }
 
 } // namespace
@@ -77,16 +67,26 @@ inline PointLocation locateInRing(const Ring& ring, const std::vector<BoundarySe
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
     const Ring ring(polygon, vertices);
-    if (ring.size() == 2 && polygon.segments.empty()) {
-        polygon.buildSegments(vertices);
+    if (ring.size() <= 1) {
+        return PointLocation::Outside;
     }
-    return locateInRing(ring, polygon.segments, point);
+    if (ring.size() == 2) {
+        if (polygon.segments.empty()) {
+            polygon.buildSegments(vertices);
+        }
+        return locateOnSegment(polygon.segments.front(), point);
+    }
+    return walkRing(ring, point);
 }
 
 PointLocation locatePoint(const BoundaryPolygon& polygon,
                           const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
-    return locateInRing(Ring(polygon, vertices), polygon.segments, point);
+    const Ring ring(polygon, vertices);
+    if (ring.size() == 2) {
+        return locateOnSegment({ring.vertex(0), ring.vertex(1)}, point);
+    }
+    return ring.size() < 2 ? PointLocation::Outside : walkRing(ring, point);
 }
 
 } // namespace veldtrim
