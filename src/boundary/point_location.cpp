@@ -73,8 +73,11 @@ PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVe
     if (ring.size() < 2) {
         return PointLocation::Outside;
     }
-    if (polygon.segments.empty()) {
-        polygon.buildSegments(vertices);
+    if (ring.size() == 2) {
+        if (polygon.segments.empty()) {
+            polygon.buildSegments(vertices);
+        }
+        return locateOnSegment(polygon.segments.front(), point);
     }
     return locateOnSegment(polygon.segments.front(), point);
 }
@@ -89,6 +92,16 @@ PointLocation locatePoint(const BoundaryPolygon& polygon,
     return ring.size() < 2
                ? PointLocation::Outside
                : locateOnSegment(BoundarySegment(ring.vertex(0), ring.vertex(1)), point);
+}
+
+PointLocation locatePoint(const BoundaryPolygon& polygon,
+                          const std::vector<BoundaryVertex>& vertices,
+                          const ElevationPoint& point) {
+    const Ring ring(polygon, vertices);
+    if (ring.size() == 2) {
+        return locateOnSegment({ring.vertex(0), ring.vertex(1)}, point);
+    }
+    return ring.size() < 2 ? PointLocation::Outside : walkRing(ring, point);
 }
 
 } // namespace veldtrim

@@ -10,10 +10,9 @@
 
 namespace veldtrim::test {
 
-/// Whether one of the polygons holds the point.
-inline bool plainWalk(std::vector<BoundaryPolygon>& polygons,
+inline bool plainWalk(const std::vector<BoundaryPolygon>& polygons,
                       const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
-    return std::any_of(polygons.begin(), polygons.end(), [&](BoundaryPolygon& polygon) {
+    return std::any_of(polygons.begin(), polygons.end(), [&](const BoundaryPolygon& polygon) {
         return boundsContain(polygon, point) &&
                locatePoint(polygon, vertices, point) != PointLocation::Outside;
     });
