@@ -67,10 +67,7 @@ PointLocation locateOnSegment(const BoundarySegment& segment, const ElevationPoi
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
     const Ring ring(polygon, vertices);
-    if (ring.size() > 2) {
-        return walkRing(ring, point);
-    }
-    if (ring.size() < 2) {
+    if (ring.size() <= 1) {
         return PointLocation::Outside;
     }
     if (ring.size() == 2) {
@@ -79,19 +76,7 @@ PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVe
         }
         return locateOnSegment(polygon.segments.front(), point);
     }
-    return locateOnSegment(polygon.segments.front(), point);
-}
-
-PointLocation locatePoint(const BoundaryPolygon& polygon,
-                          const std::vector<BoundaryVertex>& vertices,
-                          const ElevationPoint& point) {
-    const Ring ring(polygon, vertices);
-    if (ring.size() > 2) {
-        return walkRing(ring, point);
-    }
-    return ring.size() < 2
-               ? PointLocation::Outside
-               : locateOnSegment(BoundarySegment(ring.vertex(0), ring.vertex(1)), point);
+    return walkRing(ring, point);
 }
 
 PointLocation locatePoint(const BoundaryPolygon& polygon,

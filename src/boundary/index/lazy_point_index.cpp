@@ -1,6 +1,5 @@
 #include "boundary/index/lazy_point_index.h"
 
-#include <algorithm>
 #include <cassert>
 #include <new>
 
@@ -25,8 +24,8 @@ std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
     return size;
 }
 
-/// The definition. Calls `count` with the number of polygons or vertices that it is about to look
-/// at.
+/// The definition: polygon after polygon. Calls `count` with the number of polygons or vertices
+/// that it is about to look at.
 template <typename Count>
 PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<BoundaryVertex>& vertices,
                    const ElevationPoint& point, Count count) {

@@ -27,15 +27,7 @@ void expectAgreement(const BoundaryModel& model, const std::vector<ElevationPoin
     index.locateEach(points, locations);
     for (std::size_t i = 0; i < points.size(); ++i) {
         const ElevationPoint& point = points[i];
-        const bool held = fuzz::plainWalk(polygons, model.vertices(), point);
-        const bool agrees = held ? std::any_of(polygons.begin(), polygons.end(),
-                                               [&](const BoundaryPolygon& polygon) {
-                                                   return locations[i] != PointLocation::Outside &&
-                                                          boundsContain(polygon, point) &&
-                                                          locatePoint(polygon, model.vertices(),
-                                                                      point) == locations[i];
-                                               })
-                                 : locations[i] == PointLocation::Outside;
+        const bool agrees = test::isVerdict(locations[i], polygons, model.vertices(), point);
         ASSERT_TRUE(agrees && index.locate(point) == locations[i])
             << std::hexfloat << "point " << point.x << " " << point.y;
     }
@@ -112,7 +104,7 @@ TEST(PointIndex, IsBuiltAndDroppedByItsModel) {
             std::array<PointLocation, points.size()> locations{};
             model.locateEach(points, locations);
             for (std::size_t n = 0; n < points.size(); ++n) {
-                const bool held = fuzz::plainWalk(model.polygons(), model.vertices(), points[n]);
+                const bool held = test::plainWalk(model.polygons(), model.vertices(), points[n]);
                 ASSERT_EQ(locations[n] != PointLocation::Outside, held);
                 ASSERT_EQ(model.isInBoundary(points[n]), held);
             }
