@@ -3,11 +3,11 @@
 import pytest
 from harness import (
     ARGUMENTS, KEPT, NO_INPUT, NO_WORKSPACE, OUTPUT_EXISTS, SCAN, SQUARE_XML, SYSTEM_ERROR,
-    Outcome, clips, fails, messages, write_tree
+    STARTED, Outcome, clips, fails, messages, write_tree
 )
 
 USAGE = "Usage: Veldtrim <input directory path> <output directory name> <boundary file path>"
-WRONG = Outcome(1, USAGE + "\n", messages(errors=[("error", 0, USAGE)]), {})
+WRONG = Outcome(1, USAGE + "\n", messages(errors=[("error", 0, USAGE)], before=STARTED), {})
 
 
 @pytest.fixture
