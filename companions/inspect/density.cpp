@@ -1,5 +1,7 @@
 #include "inspect/density.h"
 
+#include "geometry/tolerance.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,11 +9,10 @@ namespace veldtrim {
 
 namespace {
 
-constexpr double largest = 1e15;
 constexpr double largestCell = 1e18; ///< far enough from the end of the numbers of cells
 
 bool counts(double value) {
-    return std::fabs(value) <= largest;
+    return std::fabs(value) <= largestCoordinate;
 }
 
 /// Half of a cell number, rounded down.

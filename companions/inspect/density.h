@@ -20,7 +20,7 @@ public:
 
     Density() : cells_(static_cast<std::size_t>(side * side)) {}
 
-    /// Coordinates of more than 1e15 and those that are no numbers do not count.
+    /// Coordinates beyond largestCoordinate and those that are no numbers do not count.
     void add(double x, double y, Kind kind);
 
     /// The area of the cells; y of a row grows with its number.

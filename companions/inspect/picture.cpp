@@ -1,5 +1,6 @@
 #include "inspect/picture.h"
 
+#include "geometry/tolerance.h"
 #include "inspect/report_text.h"
 
 #include <cairo-svg.h>
@@ -63,8 +64,7 @@ struct View {
 };
 
 bool isDrawable(double value) {
-    constexpr double largest = 1e15;
-    return std::fabs(value) <= largest;
+    return std::fabs(value) <= largestCoordinate;
 }
 
 bool isDrawable(const PointBounds& bounds) {

@@ -5,7 +5,6 @@
 #include "geometry/elevation_point.h"
 
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,21 +14,11 @@ namespace veldtrim {
 /// The box of the points added so far; empty at first. Coordinates that are no numbers do not
 /// count.
 struct PointBounds {
-    BoundingBox box{
-        std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
-        -std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+    BoundingBox box = BoundingBox::empty();
 
-    void add(double x, double y) {
-        box.xMin = x < box.xMin ? x : box.xMin;
-        box.xMax = x > box.xMax ? x : box.xMax;
-        box.yMin = y < box.yMin ? y : box.yMin;
-        box.yMax = y > box.yMax ? y : box.yMax;
-    }
-    void add(const BoundingBox& other) {
-        add(other.xMin, other.yMin);
-        add(other.xMax, other.yMax);
-    }
-    [[nodiscard]] bool isEmpty() const { return !(box.xMin <= box.xMax && box.yMin <= box.yMax); }
+    void add(double x, double y) { box.add(x, y); }
+    void add(const BoundingBox& other) { box.add(other); }
+    [[nodiscard]] bool isEmpty() const { return box.isEmpty(); }
 };
 
 /// What happens to the records of a file, or of all files.

@@ -2,13 +2,11 @@
 #pragma once
 
 #include "boundary/boundary_polygon.h"
-#include "boundary/index/point_index.h"
+#include "boundary/index/lazy_point_index.h"
 #include "boundary/point_location.h"
 #include "geometry/elevation_point.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -52,24 +50,9 @@ public:
     void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations);
 
 private:
-    /// locate by its definition: polygon after polygon. Calls `count` with the number of polygons
-    /// or vertices that it is about to look at.
-    template <typename Count>
-    PointLocation walkPolygons(const ElevationPoint& point, Count count);
-
-    /// Builds the index, or goes without where there is no memory for it.
-    void buildIndex();
-
-    /// Drops what was derived from the polygons before they changed.
-    void dropIndex();
-
     std::vector<BoundaryPolygon> polygons_;
     std::vector<BoundaryVertex> vertices_;
-
-    /// Built when the walks so far have cost about what building it costs; shared by copies.
-    std::shared_ptr<const PointIndex> index_;
-    std::size_t stepsWalked_ = 0;
-    bool isLarge_ = false; ///< an index can pay
+    LazyPointIndex index_;
 };
 
 } // namespace veldtrim
