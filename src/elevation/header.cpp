@@ -53,7 +53,7 @@ bool parseHeader(std::string_view line, char& separator, char& format, std::int3
     case 'n':
     case 'N':
         format = line.front();
-        separator = characterAt(line, 3);
+        separator = characterAt(line, nodeSeparatorIndex);
         return true;
     case 'x':
     case 'X':

@@ -1,11 +1,15 @@
 /// The header line of an elevation point file: which format it has, what separates its fields.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace veldtrim {
+
+/// Index of the character that separates the fields of a file with a node header.
+inline constexpr std::size_t nodeSeparatorIndex = 3;
 
 /// Decides from its first line whether an elevation point file is usable.
 ///
@@ -13,9 +17,9 @@ namespace veldtrim {
 /// character s as separator and nothing else on the line, and every line that begins with "n" or
 /// "N" (node format). `line` is the header without its line end.
 ///
-/// - `separator`: the second character of an xyz header, the fourth of a node header; a character
-///   that no record holds for a node header without a fourth character. Set also when an xyz header
-///   is rejected for its further characters (then that character if it has no second one);
+/// - `separator`: the second character of an xyz header, the one at `nodeSeparatorIndex` of a node
+///   header; a character that no record holds for a shorter node header. Set also when an xyz
+///   header is rejected for its further characters (then that character if it has no second one);
 ///   unchanged when the line is empty or its first character is none of n, N, x, X.
 /// - `format`: 'x' for a line that begins with "x" or "X", 'n' or 'N' for a node header, else 'f'.
 /// - `layout`: 1 for three columns, 2 for four, 0 for a node header and for a rejected line.

@@ -6,6 +6,7 @@
 
 #include <pulsenote.h>
 
+#include <algorithm>
 #include <string_view>
 #include <system_error>
 
@@ -58,9 +59,20 @@ std::string reasonToSkip(const std::string& path) {
     return errorText;
 }
 
+std::string listInputExtensions() {
+    std::string list;
+    for (const std::string_view& each : inputExtensions) {
+        if (!list.empty()) {
+            list += &each == &inputExtensions.back() ? " or " : ", ";
+        }
+        list += each;
+    }
+    return list;
+}
+
 bool hasInputExtension(std::string path) {
-    const std::string_view view = path;
-    return view.ends_with(".txt") || view.ends_with(".xyz") || view.ends_with(".node");
+    return std::any_of(inputExtensions.begin(), inputExtensions.end(),
+                       [&](std::string_view each) { return path.ends_with(each); });
 }
 
 bool isInputFile(std::string path) {

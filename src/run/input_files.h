@@ -1,14 +1,22 @@
 /// Which files of the input directory take part in a run.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace veldtrim {
 
-/// Whether the path ends in ".txt", ".xyz" or ".node", byte for byte.
+/// What the names of input files end in.
+inline constexpr auto inputExtensions = std::to_array<std::string_view>({".txt", ".xyz", ".node"});
+
+/// The accepted endings as a sentence lists them: ".txt, .xyz or .node".
+std::string listInputExtensions();
+
+/// Whether the path ends in an accepted ending, byte for byte.
 bool hasInputExtension(std::string path);
 
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line

@@ -25,7 +25,9 @@ LINKED = {
 }
 LOOP = {"loop": Link("loop")}
 CONTROLS = 'no "such"\n\t\x7f\x01file'
-ODD = ["a b.xyz", 'quo"te.txt', "line\nfeed.xyz", "back\\slash.xyz", "\x01.txt", "\u00fc\u4e16.node"]
+ODD = [
+    "a b.xyz", 'quo"te.txt', "line\nfeed.xyz", "back\\slash.xyz", "\x01.txt", "\u00fc\u4e16.node"
+]
 
 
 @posix
@@ -126,7 +128,8 @@ def unprivileged(program):
     options = {} if user == os.geteuid() else {"user": user, "group": user, "extra_groups": []}
     with tempfile.TemporaryDirectory() as name:
         directory = Path(name)
-        write_tree(directory, {"scans/a.xyz": SCAN, "scans/b.xyz": SCAN, "boundary.xml": SQUARE_XML})
+        scans = dict.fromkeys(["scans/a.xyz", "scans/b.xyz"], SCAN)
+        write_tree(directory, {**scans, "boundary.xml": SQUARE_XML})
         for path in (directory, *directory.rglob("*")):
             os.chown(path, user, -1)
         try:

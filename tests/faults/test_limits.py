@@ -6,7 +6,7 @@ import subprocess
 
 import pytest
 from harness import (
-    ARGUMENTS, NO_SCANS, boundary_not_found, clips, fails, messages
+    ARGUMENTS, NO_SCANS, STARTED, boundary_not_found, clips, fails, messages
 )
 from workspace import kept, scan, write_workspace
 
@@ -66,7 +66,7 @@ def grow(path, size, end=b""):
 
 def test_no_more_memory_for_the_boundary_file(program, workspace, enough):
     grow(workspace / "boundary.xml", 2 * enough)
-    assert run_with(program, workspace, enough) == (1, messages(errors=[NO_MEMORY]))
+    assert run_with(program, workspace, enough) == (1, messages(errors=[NO_MEMORY], before=STARTED))
     assert not (workspace / "clipped").exists()
 
 

@@ -24,14 +24,18 @@ NO_INPUT = "Input directory does not exist"
 NO_SCANS = "There are no input files."
 SYSTEM_ERROR = ("error", 0, ANY)  # in the system's words
 
+# The states of a run that has just begun, and once it has read the boundary file.
+STARTED = ["Starting Orlagon..."]
+BOUNDARY_READ = [*STARTED]
 
-def messages(clipped=0, skipped=(), errors=()):
-    """What a run says, as (kind, code, text): it clips so many scans, skips others (path -> key of
-    REASONS), and fails if there are errors."""
+
+def messages(clipped=0, skipped=(), errors=(), before=BOUNDARY_READ):
+    """What a run says, as (kind, code, text): after the states `before` it clips so many scans,
+    skips others (path -> key of REASONS), and fails if there are errors."""
     skips = [f"Skipping input file {path}: {REASONS[why]}" for path, why in dict(skipped).items()]
     failed = ("failed", 1, "Clipping of elevation data with model boundaries failed.")
     finished = ("finish", 1, "Finished clipping elevation data with model boundaries")
-    states = ["Starting Orlagon...", *skips, *["Clipping elevation data..."] * clipped]
+    states = [*before, *skips, *["Clipping elevation data..."] * clipped]
     return [*(("state", 1, text) for text in states), *errors, failed if errors else finished]
 
 
@@ -101,7 +105,8 @@ def rejects_boundary(error, trace=""):
     """A run whose boundary file cannot be read; `trace` is what the console says of it."""
     given_up = "boundary file does not exist"
     errors = [("error", 1, error), ("error", 2, given_up)]
-    return Outcome(1, f"[readin_b_XML:]\n{trace}{given_up}\n", messages(errors=errors), {})
+    stdout = f"[readin_b_XML:]\n{trace}{given_up}\n"
+    return Outcome(1, stdout, messages(errors=errors, before=STARTED), {})
 
 
 def boundary_not_found(path):
@@ -148,7 +153,9 @@ def read_tree(root):
 def in_any_order(messages, windows=False):
     """The messages with the skipped files, which come in listing order, sorted."""
     if windows:  # either separator
-        messages = [(*m[:-1], m[-1] if m[-1] is ANY else m[-1].replace("\\", "/")) for m in messages]
+        messages = [
+            (*rest, text if text is ANY else text.replace("\\", "/")) for *rest, text in messages
+        ]
     runs = groupby(messages, key=lambda m: str(m[-1]).startswith("Skipping input file "))
     return [m for skips, run in runs for m in (sorted(run) if skips else run)]
 
