@@ -2,7 +2,7 @@
 
 #include "elevation/record.h"
 #include "records.h"
-#include "text/decimal.h"
+#include "text/number.h"
 
 #include <benchmark/benchmark.h>
 
@@ -58,14 +58,14 @@ void parseRecords(benchmark::State& state) {
 }
 BENCHMARK(parseRecords)->Name("numbers/parseRecord");
 
-void scanDecimals(benchmark::State& state) {
+void readNumbers(benchmark::State& state) {
     readRecords(state, [](const char* line, const char* end, ElevationPoint& point) {
-        benchmark::DoNotOptimize(scanDecimal(line, end, point.x));
+        benchmark::DoNotOptimize(readNumber(line, end, point.x));
         ++line;
-        benchmark::DoNotOptimize(scanDecimal(line, end, point.y));
+        benchmark::DoNotOptimize(readNumber(line, end, point.y));
     });
 }
-BENCHMARK(scanDecimals)->Name("numbers/scanDecimal");
+BENCHMARK(readNumbers)->Name("numbers/readNumber");
 
 void fromChars(benchmark::State& state) {
     readRecords(state, [](const char* line, const char* end, ElevationPoint& point) {

@@ -4,7 +4,7 @@
 #include "boundary/index/point_index.h"
 #include "boundary/point_location.h"
 #include "point_subject.h"
-#include "run/record_batch.h"
+#include "run/record_reader.h"
 
 #include <benchmark/benchmark.h>
 
@@ -39,7 +39,7 @@ void askModel(benchmark::State& state, const std::string& shape) {
 void askModelInBatches(benchmark::State& state, const std::string& shape) {
     BoundaryModel& model = PointSubject::named(shape).warmModel();
     const std::span<const ElevationPoint> points = randomPoints();
-    std::array<PointLocation, RecordBatch::capacity> locations;
+    std::array<PointLocation, RecordReader::capacity> locations;
     static_assert(randomPointCount % locations.size() == 0);
     std::size_t next = 0;
     while (state.KeepRunningBatch(locations.size())) {

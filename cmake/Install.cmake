@@ -1,5 +1,5 @@
-# What `cmake --install` puts where, by component: Runtime (the program), Inspect (its companion),
-# Library (the shared XML library), Development (headers, link libraries, package files).
+# Installation, by component: Runtime (the program), Inspect (veldtrim-inspect), Library (the shared
+# XML library), Development (headers, link libraries, package files).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -40,7 +40,7 @@ install(FILES
     "${PROJECT_BINARY_DIR}/VeldtrimConfigVersion.cmake"
   DESTINATION ${package_dir} COMPONENT Development)
 
-# The prefix is told from where the file lies, so that an installed tree can be moved.
+# The prefix is relative to the location of the file, so that an installed tree can be moved.
 file(RELATIVE_PATH pc_to_prefix
   "/${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "/${CMAKE_INSTALL_PREFIX}")
 configure_file(cmake/package/veldtrim-xml.pc.in "${PROJECT_BINARY_DIR}/veldtrim-xml.pc" @ONLY)

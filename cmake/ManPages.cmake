@@ -1,9 +1,9 @@
-# Manual pages from Markdown, where pandoc and gzip are found.
-find_program(VELDTRIM_PANDOC pandoc DOC "pandoc, for the manual pages")
-find_program(VELDTRIM_GZIP gzip DOC "gzip, for the manual pages")
+# Builds the man pages from Markdown if pandoc and gzip are found.
+find_program(VELDTRIM_PANDOC pandoc DOC "pandoc, for the man pages")
+find_program(VELDTRIM_GZIP gzip DOC "gzip, for the man pages")
 mark_as_advanced(VELDTRIM_PANDOC VELDTRIM_GZIP)
 if(NOT VELDTRIM_PANDOC OR NOT VELDTRIM_GZIP)
-  message(STATUS "pandoc or gzip not found: no manual pages")
+  message(STATUS "pandoc or gzip not found: the man pages are not built")
   return()
 endif()
 
@@ -17,7 +17,7 @@ function(veldtrim_add_man_page name component)
     COMMAND "${VELDTRIM_PANDOC}" --standalone --from markdown-smart --to man
       --variable "footer=Veldtrim ${PROJECT_VERSION}"
       --output "${PROJECT_BINARY_DIR}/man/${name}.1" "${source}"
-    # Neither name nor time inside: the same source gives the same bytes.
+    # Without name and time in the archive, the same source gives the same bytes.
     COMMAND "${VELDTRIM_GZIP}" -9nf "${PROJECT_BINARY_DIR}/man/${name}.1"
     DEPENDS "${source}"
     VERBATIM)

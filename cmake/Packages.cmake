@@ -1,9 +1,9 @@
-# Debian packages, one a component: `cpack -G DEB` in the build directory.
+# Debian packages, one per component: run `cpack -G DEB` in the build directory.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME veldtrim)
 set(CPACK_PACKAGE_VENDOR "Veldtrim")
 set(CPACK_PACKAGE_CONTACT "Veldtrim developers <developers@veldtrim.invalid>" CACHE STRING
-  "Name and mail address of who maintains the packages")
+  "Name and mail address of the maintainer of the packages")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -15,7 +15,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-# The library of this build is a dependency of none: the program holds its own.
+# By default the program contains its own copy of the XML library, so its package needs no other.
 set(CPACK_COMPONENTS_ALL Runtime Development)
 
 function(veldtrim_describe_package component name section summary description)
@@ -24,7 +24,7 @@ function(veldtrim_describe_package component name section summary description)
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section} PARENT_SCOPE)
   set(CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n${description}" PARENT_SCOPE)
   set(CPACK_COMPONENT_${upper}_DESCRIPTION "${summary}\n${description}" PARENT_SCOPE)
-  # The policy wants these two beside every package.
+  # The Debian policy requires these two files in every package.
   set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/${name})
   install(FILES packaging/copyright DESTINATION ${doc_dir} COMPONENT ${component})
   if(VELDTRIM_GZIP)
@@ -40,10 +40,10 @@ endif()
 
 veldtrim_describe_package(Runtime veldtrim science
   "Clip elevation points to the polygons of a model area"
-  "Reads text files of elevation points and a boundary file with polygons, and\nwrites for each file the records inside or on the edge of a polygon, unchanged.")
+  "Reads text files of elevation points and a boundary file with polygons. For\neach file it writes the records inside a polygon or on its boundary, unchanged.")
 veldtrim_describe_package(Development libveldtrim-xml-dev libdevel
   "XML documents with path queries, development files"
-  "Headers and the static library of Veldtrim's XML reader, with a CMake package\nand a pkg-config file.")
+  "The headers and the static library of Veldtrim's XML reader, with a CMake\npackage and a pkg-config file.")
 set(abi ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
 if(VELDTRIM_XML_SHARED OR VELDTRIM_XML_BOTH)
   list(APPEND CPACK_COMPONENTS_ALL Library)
@@ -60,7 +60,7 @@ if(TARGET veldtrim-inspect)
   list(APPEND CPACK_COMPONENTS_ALL Inspect)
   veldtrim_describe_package(Inspect veldtrim-inspect science
     "Explain what clipping elevation points keeps and drops"
-    "Tells for each file and each polygon what a run of Veldtrim would keep, what\nit would drop and why, as text, as JSON and as a picture.")
+    "Shows, for each file and each polygon, what a run of Veldtrim would keep, what\nit would drop, and why: as text, as JSON and as a picture.")
 endif()
 
 include(CPack)

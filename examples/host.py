@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs Veldtrim as a host program does, with "-pipe", and shows its messages and its progress.
+"""Runs Veldtrim with "-pipe", as a host program does, and shows its messages and its progress.
 
     host.py VELDTRIM INPUT_DIRECTORY OUTPUT_NAME BOUNDARY_FILE
 
@@ -12,12 +12,12 @@ import sys
 
 
 def messages(stream):
-    """The messages on Veldtrim's standard error, one JSON object a line."""
+    """The messages on Veldtrim's standard error, one JSON object per line."""
     for line in stream:
         try:
             message = json.loads(line)
         except ValueError:
-            continue  # not ours: a library of the system may write there too
+            continue  # not a message: a system library can write to standard error too
         if isinstance(message, dict):
             yield message
 
@@ -28,14 +28,14 @@ def show(message):
         print(f"{message['position']:5.1f} %", end="\r", flush=True)
     elif kind in ("state", "error", "failed", "finish"):
         print(f"{kind}: {message['text'].rstrip()}")
-    # Kinds that are not known yet are skipped.
+    # Other kinds are skipped: later versions may add some.
 
 
 def main(arguments):
     if len(arguments) != 4:
         print(__doc__.strip(), file=sys.stderr)
         return 2
-    # Standard output holds lines for a person at a console; a host has no use for them.
+    # Standard output carries lines for a person, which a host does not need.
     with subprocess.Popen(
         [*arguments, "-pipe"],
         stdout=subprocess.DEVNULL,

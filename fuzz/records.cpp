@@ -6,6 +6,7 @@
 #include "elevation/record.h"
 #include "elevation/record_count.h"
 #include "judge.h"
+#include "judges/elevation_rules.h"
 #include "judges/stream_numbers.h"
 #include "scratch.h"
 #include "text/line_reader.h"
@@ -21,6 +22,7 @@
 
 namespace {
 
+using veldtrim::ElevationHeader;
 using veldtrim::ElevationPoint;
 using veldtrim::Line;
 using veldtrim::LineReader;
@@ -69,36 +71,20 @@ void checkLines(const std::string& path, const std::vector<std::string_view>& ex
     require(all == whole, "the pieces are the whole");
 }
 
-/// Returns the separator.
-char checkHeader(const std::string& line) {
-    char separator = '?';
-    char format = '?';
-    std::int32_t layout = -1;
+ElevationHeader checkHeader(const std::string& line) {
+    ElevationHeader header{'?', '?', -1};
     std::string errorText = "?";
-    const bool accepted = veldtrim::parseHeader(line, separator, format, layout, errorText);
-    const char first = line.empty() ? '\0' : line.front();
-    const bool isNode = first == 'n' || first == 'N';
-    const bool isXyz = first == 'x' || first == 'X';
-    std::int32_t expected = 0;
-    if (isXyz && line.size() > 1) {
-        const std::string s(1, line[1]);
-        if (line == "x" + s + "y" + s + "z" || line == "X" + s + "Y" + s + "Z") {
-            expected = 1;
-        } else if (line == "x" + s + "y" + s + "z" + s + "g" ||
-                   line == "X" + s + "Y" + s + "Z" + s + "G") {
-            expected = 2;
-        }
-    }
-    require(accepted == (isNode || expected != 0), "the header's verdict");
-    require(layout == expected, "the header's layout");
-    require(format == (isNode ? first : isXyz ? 'x' : 'f'), "the header's format");
-    require(errorText.empty() == (accepted || line.empty()), "the header's error text");
-    const std::size_t place = isNode ? 3 : 1;
-    require(separator == (!isNode && !isXyz     ? '?'
-                          : line.size() > place ? line[place]
-                                                : '\n'),
+    const bool accepted = veldtrim::readHeader(line, header, errorText);
+    const veldtrim::fuzz::HeaderRule rule = veldtrim::fuzz::headerRule(line);
+    require(accepted == rule.accepted, "the header's verdict");
+    require(header.format == rule.format, "the header's format");
+    require(header.layout == rule.layout, "the header's layout");
+    const bool isUntouched = rule.format == 'f';
+    require(header.hasSeparator() == (isUntouched || rule.separator.has_value()) &&
+                (!header.hasSeparator() || header.separator == rule.separator.value_or('?')),
             "the header's separator");
-    return separator;
+    require(errorText.empty() == (accepted || line.empty()), "the header's error text");
+    return header;
 }
 
 void checkRecord(const std::string& line, char format, char separator) {
@@ -134,13 +120,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(veldtrim::countRecords(path) == std::count(text.begin(), text.end(), '\n') - 1,
             "the count of records");
 
-    const char separator =
+    const ElevationHeader header =
         checkHeader(lines.empty() ? std::string() : std::string(withoutLineEnd(lines.front())));
     for (const std::string_view raw : lines) {
         const std::string line(withoutLineEnd(raw));
         for (const char format : {'x', 'n', 'y'}) {
-            for (const char each : {separator, ' ', ';'}) {
-                checkRecord(line, format, each);
+            for (const char separator : {header.separator, ' ', ';'}) {
+                checkRecord(line, format, separator);
             }
         }
         checkConversion<double>(line, XMLReader::stringToDouble);

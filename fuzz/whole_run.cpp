@@ -5,8 +5,8 @@
 #include "draw.h"
 #include "drawn_boundaries.h"
 #include "judge.h"
+#include "judges/elevation_rules.h"
 #include "judges/plain_walk.h"
-#include "judges/stream_numbers.h"
 #include "run/clip_workspace.h"
 #include "scratch.h"
 
@@ -74,21 +74,6 @@ bool isAcceptedName(std::string_view name) {
     return name.ends_with(".txt") || name.ends_with(".xyz") || name.ends_with(".node");
 }
 
-/// The separator of the records; false for a header that is not accepted.
-bool readHeader(const std::string& line, char& separator) {
-    if (line.starts_with('n') || line.starts_with('N')) {
-        separator = line.size() > 3 ? line[3] : '\n';
-        return true;
-    }
-    if (line.size() < 2) {
-        return false;
-    }
-    separator = line[1];
-    const std::string s(1, separator);
-    return line == "x" + s + "y" + s + "z" || line == "X" + s + "Y" + s + "Z" ||
-           line == "x" + s + "y" + s + "z" + s + "g" || line == "X" + s + "Y" + s + "Z" + s + "G";
-}
-
 /// The lines that a line feed ends, without their ends, and what follows the last of them.
 std::vector<std::string> linesOf(std::string_view text) {
     std::vector<std::string> lines;
@@ -108,8 +93,8 @@ public:
 
     void add(const std::string& name, const std::string& scan) {
         std::vector<std::string> lines = linesOf(scan);
-        char separator = 0;
-        if (!isAcceptedName(name) || !readHeader(lines.front(), separator)) {
+        const veldtrim::fuzz::HeaderRule header = veldtrim::fuzz::headerRule(lines.front());
+        if (!isAcceptedName(name) || !header.accepted) {
             return;
         }
         ++inputs;
@@ -117,7 +102,8 @@ public:
         int kept = 0;
         for (std::size_t i = 1; i + 1 < lines.size(); ++i) {
             ElevationPoint point;
-            if (veldtrim::fuzz::extractRecord(lines[i], 'x', separator, point) &&
+            if (header.separator &&
+                veldtrim::fuzz::extractRecord(lines[i], 'x', *header.separator, point) &&
                 veldtrim::fuzz::plainWalk(polygons_, vertices_, point)) {
                 output += lines[i] + "\n";
                 ++kept;

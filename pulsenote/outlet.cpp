@@ -1,5 +1,6 @@
 #include "outlet.h"
 
+#include "platform/process_setup.h"
 #include "platform/standard_error.h"
 
 #include <array>
@@ -11,7 +12,9 @@
 
 namespace veldtrim::pulsenote {
 
-Outlet::Outlet() noexcept : hasReceiver_(standardErrorIsOpen()) {}
+Outlet::Outlet() noexcept : hasReceiver_(standardErrorIsOpen()) {
+    ignorePipeSignal();
+}
 
 void Outlet::setForm(Form form) noexcept {
     if (state_ != State::FormUnknown) {
@@ -35,7 +38,7 @@ void Outlet::sendText(MessageKind kind, int code, const std::string& text, bool 
     }
     try {
         waiting_.emplace_back(Text{kind, code, text, flag});
-    } catch (const std::exception&) { // No memory: the message is lost, not the run.
+    } catch (const std::exception&) { // Out of memory: the message is lost, the run continues.
     }
 }
 
@@ -74,7 +77,7 @@ void Outlet::deliver(MessageKind kind, int code, const std::string& text, bool f
             writeToStandardError(hostLine(kind, code, text, flag));
         } else {
             const bool goesOn = kind == MessageKind::State || kind == MessageKind::Error;
-            const std::size_t width = showsProgress_ ? standardErrorWidth() : UsualTerminalWidth;
+            const std::size_t width = showsProgress_ ? standardErrorWidth() : usualTerminalWidth;
             std::string lines = terminalProgress_.erase(width) + personLine(kind, text);
             if (goesOn) {
                 lines += terminalProgress_.restore(width);
@@ -101,10 +104,9 @@ void Outlet::deliver(double position, bool flag) noexcept {
 }
 
 Outlet& outlet() noexcept {
-    // Storage that no destructor ends: objects with static storage may still send from theirs.
+    // Never destroyed, because static objects can still send messages from their destructors.
     alignas(Outlet) static std::array<std::byte, sizeof(Outlet)> storage;
-    // The one sender of the process.
-    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): one for the process
     static auto* const theOutlet = ::new (storage.data()) Outlet;
 
     struct AtEnd {

@@ -1,8 +1,9 @@
-/// Where all messages of the process leave it.
+/// Delivers all messages of the process.
 #pragma once
 
-#include "message_text.h"
+#include "message_lines.h"
 #include "terminal_progress.h"
+#include "thinning.h"
 
 #include <string>
 #include <variant>
@@ -10,33 +11,37 @@
 
 namespace veldtrim::pulsenote {
 
-/// The one sender state of the process: it knows the form of delivery and keeps what waits for it.
+/// The state of the sender: the form of delivery, the messages that wait for it, and the progress.
 ///
-/// Messages go to standard error, a line in one write. No operation throws: a message for which
-/// there is no memory or no receiver is lost, and the run goes on.
+/// Messages go to standard error, each line in one write. No operation throws: a message for which
+/// there is no memory or no receiver is lost, and the run continues.
 class Outlet {
 public:
     enum class Form { Person, Host };
 
+    /// Checks whether standard error is open, and keeps a closed pipe from ending the process.
     Outlet() noexcept;
 
-    /// Fixes the form of delivery and delivers, in order, what was sent before. The form is fixed
-    /// once: later calls change nothing.
+    /// Fixes the form of delivery and delivers, in order, the messages that were sent before. Only
+    /// the first call has an effect.
     void setForm(Form form) noexcept;
 
-    /// Delivers a text message, or keeps it until the form is known. `flag` counts for state
-    /// messages only.
+    /// Delivers a text message, or keeps it until the form is known. Only state messages use
+    /// `flag`.
     void sendText(MessageKind kind, int code, const std::string& text, bool flag) noexcept;
 
-    /// A stretch of progress begins, as ProgressMessage has it.
+    /// The state that all stretches of progress share.
+    Thinning& thinning() noexcept { return thinning_; }
+
+    /// Begins a stretch of progress, with the arguments of ProgressMessage.
     void beginStretch(double start, double end, int steps) noexcept;
 
-    /// Delivers a position, or keeps it until the form is known. A person sees it on a terminal
-    /// only. Thinning is the caller's.
+    /// Delivers a position that is news, or keeps it until the form is known. In the form for a
+    /// person, it is shown only on a terminal.
     void sendProgress(double position, bool flag) noexcept;
 
-    /// The process ends: what still waits is delivered in the form for a person, and the terminal
-    /// is left clean. What is sent later still, by objects that die later, is delivered at once.
+    /// To be called when the process ends: delivers the waiting messages, in the form for a person,
+    /// and removes the progress line. Messages that are sent later are delivered at once.
     void finish() noexcept;
 
 private:
@@ -56,17 +61,18 @@ private:
     void deliver(double position, bool flag) noexcept;
 
     State state_ = State::FormUnknown;
-    /// A receiver that was missing from the start stays missing, even when a file that the program
-    /// opens later takes the number of standard error: a message must never end up in that file.
+    /// Stays false if standard error was closed from the start: a file that the program opens later
+    /// can take its descriptor, and no message may end up in that file.
     bool hasReceiver_;
     bool showsProgress_ = false;
+    Thinning thinning_;
     TerminalProgress terminalProgress_;
     std::vector<std::variant<Text, Progress>> waiting_;
 };
 
-/// The outlet of the process. Usable at any time, also before `main` and after it: it is never
-/// destroyed. `Outlet::finish` is called when the process ends by a return from `main` or by
-/// `exit`.
+/// The outlet of the process. It can be used at any time, including before and after `main`,
+/// because it is never destroyed. `Outlet::finish` is called when `main` returns or the process
+/// calls `exit`.
 Outlet& outlet() noexcept;
 
 } // namespace veldtrim::pulsenote

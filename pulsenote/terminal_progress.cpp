@@ -13,18 +13,18 @@ namespace {
 
 using Seconds = std::chrono::duration<double>;
 
-constexpr std::chrono::milliseconds ShortestPause{100};
+constexpr std::chrono::milliseconds shortestPause{100};
 
-/// A line longer than this would often be wrapped when a window is made narrower while it stands.
-constexpr std::size_t LongestLine = 79;
+/// Longer lines would often be wrapped when the user narrows the window.
+constexpr std::size_t longestLine = 79;
 
-/// The last column stays free: a character there makes some terminals go to the next line.
+/// The last column stays free, because a character in it moves some terminals to the next line.
 std::size_t usable(std::size_t width) {
     return width > 0 ? width - 1 : 0;
 }
 
-/// Before this, an average says little.
-constexpr double ShortestAverage = 0.1;
+/// Seconds after which an average becomes meaningful.
+constexpr double shortestAverage = 0.1;
 
 std::string fixed(double value, int decimals) {
     std::array<char, 32> digits{};
@@ -35,7 +35,7 @@ std::string fixed(double value, int decimals) {
 
 std::string percentage(double position) {
     constexpr std::size_t numberWidth = 5;
-    // Not "100.0" before the end is reached.
+    // "100.0" is shown only at the end.
     std::string text = fixed(position < 100.0 ? std::min(position, 99.9) : 100.0, 1);
     text.insert(0, numberWidth - std::min(numberWidth, text.size()), ' ');
     return text + " %";
@@ -74,7 +74,7 @@ std::string duration(double seconds) {
            ':' + twoDigits(rest % 60);
 }
 
-/// A bar of `width` columns in all.
+/// A bar of `width` columns, brackets included.
 std::string bar(double position, std::size_t width) {
     const std::size_t inside = width - 2;
     const auto filled = static_cast<std::size_t>(position / 100.0 * static_cast<double>(inside));
@@ -98,7 +98,7 @@ void TerminalProgress::beginStretch(double start, double end, int steps, Time no
 }
 
 std::string TerminalProgress::draw(double position, Time now, std::size_t width) {
-    if (drawn_ && now - *drawn_ < ShortestPause) {
+    if (drawn_ && now - *drawn_ < shortestPause) {
         return {};
     }
     std::string line = compose(std::clamp(position, 0.0, 100.0), now, width);
@@ -106,9 +106,9 @@ std::string TerminalProgress::draw(double position, Time now, std::size_t width)
         return {};
     }
     drawn_ = now;
-    // Blanks over the rest of the line before, as far as it can still stand in this line.
-    // A line from before the terminal became narrower may stand in the last column too; a blank
-    // there does no harm, a carriage return follows.
+    // Blanks overwrite the rest of a longer previous line, but not beyond the terminal's width. If
+    // the terminal became narrower, that can include the last column: a blank there does no harm,
+    // because a carriage return follows.
     const std::size_t covered = std::min(shown_.size(), width);
     std::string text = "\r" + line;
     if (covered > line.size()) {
@@ -122,12 +122,12 @@ std::string TerminalProgress::draw(double position, Time now, std::size_t width)
 std::string TerminalProgress::compose(double position, Time now, std::size_t width) const {
     constexpr std::size_t shortestBar = 10;
     constexpr std::size_t longestBar = 42;
-    const std::size_t room = std::min(usable(width), LongestLine);
+    const std::size_t room = std::min(usable(width), longestLine);
     const std::string percent = percentage(position);
     const double elapsed = begun_ ? Seconds(now - *begun_).count() : 0.0;
     std::string rate;
     std::string left;
-    if (elapsed >= ShortestAverage && position > 0.0) {
+    if (elapsed >= shortestAverage && position > 0.0) {
         if (recordsPerPercent_ > 0.0) {
             rate = "  " + shortNumber(recordsPerPercent_ * position / elapsed);
         }

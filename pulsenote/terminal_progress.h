@@ -1,4 +1,4 @@
-/// How progress looks on a terminal. Knows nothing of where it is written, nor of clocks.
+/// What a terminal shows of the progress. Neither writes nor reads a clock.
 #pragma once
 
 #include <chrono>
@@ -8,31 +8,31 @@
 
 namespace veldtrim::pulsenote {
 
-/// One line that is redrawn in place, at most ten times a second: a bar, percent, records per
-/// second, time left; fewer of these where the terminal is narrow.
+/// One line that is redrawn in place, at most ten times a second: a bar, the percentage, records
+/// per second and the time left, or fewer of these on a narrow terminal.
 ///
-/// The line stands alone on the cursor's line; whoever writes anything else first writes what
-/// `erase` returns. Nothing but carriage returns, blanks and printable ASCII is used.
+/// Nothing else may be on the cursor's line: before writing anything else, write what `erase`
+/// returns. The texts consist of carriage returns and printable ASCII.
 class TerminalProgress {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// A stretch from `start` to `end` in `steps` steps begins. The steps of stretches that join
-    /// end to end, the first beginning at 0, are the run's records; a stretch that begins elsewhere
-    /// counts something else. The first call is when the run's clock starts.
+    /// Begins a stretch from `start` to `end` in `steps` steps. The first call starts the run's
+    /// clock. The steps of a stretch are records if it begins at 0 or where the stretch before it
+    /// ends; otherwise they are something else.
     void beginStretch(double start, double end, int steps, Time now);
 
-    /// What to write to show `position`, on the scale of 0 to 100; positions outside of it are
-    /// shown as its nearer end. `width` is the terminal's, in columns. Empty where the line would
-    /// not change, or less than a tenth of a second after it was drawn last.
+    /// What to write to show `position` on the scale of 0 to 100; positions outside the scale are
+    /// shown as its nearer end. `width` is the width of the terminal in columns. Empty if the line
+    /// would not change, or if it was last drawn less than a tenth of a second ago.
     std::string draw(double position, Time now, std::size_t width);
 
-    /// What to write to take the line off the terminal, the cursor at its start; empty where none
-    /// is shown.
+    /// What to write to remove the line and return the cursor to its start; empty if no line is
+    /// shown.
     std::string erase(std::size_t width);
 
-    /// What to write to show the line again that `erase` took off; empty where it took none off, or
-    /// one that the terminal is too narrow for now.
+    /// What to write to show again the line that `erase` removed; empty if it removed none, or if
+    /// the terminal is now too narrow for it.
     std::string restore(std::size_t width);
 
 private:
@@ -43,7 +43,7 @@ private:
     std::optional<Time> begun_;
     std::optional<Time> drawn_;
     double stretchEnd_ = 0.0;
-    double recordsPerPercent_ = 0.0; ///< 0 as long as it is not known
+    double recordsPerPercent_ = 0.0; ///< 0 until it is known
 };
 
 } // namespace veldtrim::pulsenote

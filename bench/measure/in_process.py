@@ -105,7 +105,7 @@ def number_reading(plan):
     results = run_benchmarks(plan, "number_reading")
     others = ("from_chars", "strtod", "stream")
     rows = []
-    for own_name in ("scanDecimal", "parseRecord"):
+    for own_name in ("readNumber", "parseRecord"):
         own = results[f"numbers/{own_name}"].nanoseconds()
         for name in others:
             other = results[f"numbers/{name}"].nanoseconds()

@@ -1,14 +1,14 @@
-# Cross-builds for 64-bit Windows with the mingw-w64 compilers; scripts/build-windows prepares what
-# this file expects in build/windows-dependencies.
+# Cross-builds for 64-bit Windows with the mingw-w64 compilers. scripts/build-windows builds the
+# libraries that this file expects in build/windows-dependencies.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
-# The variant with the threads of C++; the plain name may stand for the other one.
+# This variant supports C++ threads; the names without -posix may refer to the other variant.
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
-# The programs run where no compiler was ever installed: its libraries go into them.
+# The programs run on systems without a compiler, so its libraries are linked statically.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
 set(CMAKE_EXE_LINKER_FLAGS_RELEASE_INIT -s)

@@ -1,18 +1,18 @@
 /// Status messages: what a program tells its user or its host while it runs.
 ///
-/// Creating a text message sends it. Nothing here throws because a message could not be delivered,
-/// and nothing a receiver does changes the run of the sender. One thread at a time.
+/// Creating a text message sends it. A message that cannot be delivered never throws, and nothing
+/// that the receiver does changes the run. Not thread-safe.
 #pragma once
 
 #include <memory>
 #include <string>
 
-/// The one sender of the process.
+/// The sender of all messages of the process.
 class MessageSender {
 public:
-    /// Sets the form of delivery, once, early in the run: one JSON object per line for a host
-    /// program where `pipeMode` is true, plain lines for a person otherwise. What was sent before
-    /// is delivered now, in order.
+    /// Sets the form of delivery: one JSON object per line for a host program if `pipeMode` is
+    /// true, otherwise plain lines for a person. Delivers, in order, the messages that were sent
+    /// before. To be called once, early in the run.
     static MessageSender& Instance(bool pipeMode);
 
     MessageSender(const MessageSender&) = delete;
@@ -23,7 +23,7 @@ private:
     ~MessageSender() = default;
 };
 
-/// Base of the four text messages; its life ends through them.
+/// Base class of the four text messages. It cannot be created or deleted by itself.
 class Message {
 public:
     Message(const Message&) = delete;
@@ -40,7 +40,7 @@ public:
     StateMessage(int code, const std::string& text, bool flag);
 };
 
-/// The run ended well.
+/// The run succeeded.
 class FinishMessage : public Message {
 public:
     FinishMessage(int code, const std::string& text);
@@ -59,8 +59,7 @@ public:
 };
 
 /// One stretch of the run's progress, from `start` to `end` on a scale of 0 to 100, in `steps`
-/// equal steps. Any numbers are accepted; where `steps` is not positive every step stands at
-/// `start`.
+/// equal steps. Any numbers are accepted. If `steps` is not positive, every step is at `start`.
 class ProgressMessage {
 public:
     ProgressMessage(double start, double end, int steps);
@@ -68,9 +67,9 @@ public:
     ProgressMessage(const ProgressMessage&) = delete;
     ProgressMessage& operator=(const ProgressMessage&) = delete;
 
-    /// The step with this number has been reached: the position is
-    /// start + (end - start) * step / steps. Meant to be called for every record: it costs
-    /// nanoseconds, and positions that are no news are not delivered.
+    /// Reports that the step with this number has been reached, at the position
+    /// start + (end - start) * step / steps. Call it for every record: it takes nanoseconds, and
+    /// only positions that are news are delivered.
     void OnProgress(int step, bool flag);
 
 private:

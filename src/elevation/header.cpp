@@ -73,4 +73,12 @@ bool parseHeader(std::string_view line, char& separator, char& format, std::int3
     }
 }
 
+bool ElevationHeader::hasSeparator() const {
+    return separator != noSeparator;
+}
+
+bool readHeader(std::string_view line, ElevationHeader& header, std::string& errorText) {
+    return parseHeader(line, header.separator, header.format, header.layout, errorText);
+}
+
 } // namespace veldtrim

@@ -1,14 +1,9 @@
 #include "elevation/record.h"
 
-#include "text/decimal.h"
+#include "text/number.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
-#include <istream>
-#include <locale>
-#include <sstream>
-#include <string>
 
 namespace veldtrim {
 
@@ -17,84 +12,61 @@ namespace {
 /// A separator must be among so many characters after a field.
 constexpr std::ptrdiff_t separatorReach = 100;
 
-/// What a scan of the characters made of a record.
-enum class Scanned { Record, NoRecord, Unusual };
-
-/// Reads a record without a stream; leaves what is unusual to the stream.
-Scanned scanRecord(std::string_view line, char separator, ElevationPoint& point) {
-    if (line.empty()) {
-        return Scanned::NoRecord;
+/// Moves `at` behind the separator; false, with `at` unchanged, when there is none within reach.
+bool skipSeparator(const char*& at, const char* end, char separator) {
+    if (separator == ' ') {
+        return true; // the next number skips its leading white space
     }
-    const char* at = line.data();
-    const char* const end = at + line.size();
-    if (scanDecimal(at, end, point.x) != Scan::Number) {
-        return Scanned::Unusual;
-    }
-    if (at == end) {
-        return Scanned::NoRecord;
-    }
-    if (separator != ' ') {
-        if (*at != separator) {
-            const auto reach = static_cast<std::size_t>(std::min(separatorReach, end - at));
-            at = static_cast<const char*>(std::memchr(at, separator, reach));
-            if (at == nullptr) {
-                return Scanned::NoRecord;
-            }
-        }
+    if (at != end && *at == separator) {
         ++at;
+        return true;
     }
-    if (scanDecimal(at, end, point.y) != Scan::Number) {
-        return Scanned::Unusual;
+    const auto reach = static_cast<std::size_t>(std::min(separatorReach, end - at));
+    const void* const found = std::memchr(at, separator, reach);
+    if (found == nullptr) {
+        return false;
     }
-    return at == end ? Scanned::NoRecord : Scanned::Record;
-}
-
-/// Skips everything up to and including the separator.
-bool skipSeparator(std::istream& fields, char separator) {
-    for (std::ptrdiff_t i = 0; i < separatorReach; ++i) {
-        char character = 0;
-        if (!fields.get(character)) {
-            return false;
-        }
-        if (character == separator) {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// Reads a number that something must follow on the line.
-bool readCoordinate(std::istream& fields, double& value) {
-    fields >> value;
-    return fields.good();
-}
-
-/// Reads any record, by the definition of one.
-bool extractRecord(std::string_view line, char format, char separator, ElevationPoint& point) {
-    std::istringstream fields{std::string(line)};
-    fields.imbue(std::locale::classic());
-    const bool needsSeparator = separator != ' ';
-    if (format == 'y') {
-        int identifier = 0;
-        fields >> identifier;
-        if (needsSeparator && !skipSeparator(fields, separator)) {
-            return false;
-        }
-    }
-    return readCoordinate(fields, point.x) &&
-           (!needsSeparator || skipSeparator(fields, separator)) && readCoordinate(fields, point.y);
+    at = static_cast<const char*>(found) + 1;
+    return true;
 }
 
 } // namespace
 
-bool parseRecord(std::string_view line, char format, char separator, ElevationPoint& point) {
-    if (format != 'y') {
-        const Scanned scanned = scanRecord(line, separator, point);
-        if (scanned != Scanned::Unusual) {
-            return scanned == Scanned::Record;
+RecordReading readRecord(std::string_view line, ElevationHeader header, ElevationPoint& point) {
+    const char* at = line.data();
+    const char* const end = at + line.size();
+    const auto reading = [&](RecordFault fault, const char* place) {
+        return RecordReading{fault, static_cast<std::size_t>(place - line.data())};
+    };
+    const char* field = at;
+    if (header.format == 'y') {
+        std::int32_t identifier = 0;
+        if (!readNumber(at, end, identifier)) {
+            return reading(RecordFault::NoIdentifier, field);
         }
+        if (!skipSeparator(at, end, header.separator)) {
+            return reading(RecordFault::NoSeparatorAfterIdentifier, at);
+        }
+        field = at;
     }
-    return extractRecord(line, format, separator, point);
+    if (!readNumber(at, end, point.x)) {
+        return reading(RecordFault::NoX, field);
+    }
+    if (at == end) {
+        return reading(RecordFault::NothingAfterX, at);
+    }
+    if (!skipSeparator(at, end, header.separator)) {
+        return reading(RecordFault::NoSeparatorAfterX, at);
+    }
+    field = at;
+    if (!readNumber(at, end, point.y)) {
+        return reading(RecordFault::NoY, field);
+    }
+    return reading(at == end ? RecordFault::NothingAfterY : RecordFault::None, at);
+}
+
+bool parseRecord(std::string_view line, char format, char separator, ElevationPoint& point) {
+    return readRecord(line, {format, separator, 0}, point).fault == RecordFault::None;
 }
 
 } // namespace veldtrim

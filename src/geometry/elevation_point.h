@@ -3,8 +3,8 @@
 
 namespace veldtrim {
 
-/// The first and the second field of a record, in the units of its file. No elevation: a record is
-/// copied as text, so nothing else of it needs to be a number.
+/// The first and the second field of a record, in the units of its file. The elevation is not read,
+/// because records are copied as text.
 struct ElevationPoint {
     double x = 0.0;
     double y = 0.0;

@@ -34,8 +34,7 @@ bool getStatus(std::FILE* file, Status& status) {
 using Status = struct stat;
 
 File openForReading(const char* path) {
-    // Without O_NONBLOCK, opening a named pipe waits for its writer; regular files know no such
-    // flag.
+    // Without O_NONBLOCK, opening a named pipe waits for its writer. Regular files ignore the flag.
     const int descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     return File(descriptor < 0 ? nullptr : ::fdopen(descriptor, "rb"));
 }
@@ -50,7 +49,7 @@ bool getStatus(std::FILE* file, Status& status) {
 bool readDocumentFile(const char* path, std::int64_t mostBytes, std::string& text) {
     const File file = openForReading(path);
     Status status{};
-    // The file that is open is asked, not its name: names such as "con" mean devices on Windows.
+    // Checks the open file, not its name: on Windows, names such as "con" refer to devices.
     if (!file || !getStatus(file.get(), status) || (status.st_mode & S_IFMT) != S_IFREG ||
         status.st_size <= 0 || status.st_size > mostBytes) {
         return false;

@@ -1,3 +1,4 @@
+/// Reads a document file as a whole.
 #pragma once
 
 #include <cstdint>
@@ -5,9 +6,11 @@
 
 namespace veldtrim {
 
-/// Replaces `text` by the bytes of the regular file at `path`, as they are, if there are at least
-/// one and at most `mostBytes` of them. False for anything else, and when the file cannot be read
-/// whole; `text` then holds any part of it. Never waits for a pipe or a device.
+/// Replaces `text` with the bytes of the file at `path`.
+///
+/// Returns false if the file is not a regular file, is empty, has more than `mostBytes` bytes or
+/// cannot be read as a whole; the content of `text` is then undefined. Never waits for a pipe or a
+/// device.
 bool readDocumentFile(const char* path, std::int64_t mostBytes, std::string& text);
 
 } // namespace veldtrim

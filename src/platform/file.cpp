@@ -22,7 +22,8 @@ namespace {
 constexpr int binaryAndOwn = _O_BINARY | _O_NOINHERIT;
 int systemOpen(const char* path, int flags) {
     const int descriptor = ::_open(path, flags | binaryAndOwn, _S_IREAD | _S_IWRITE);
-    // "con", "nul.txt" and their like are devices in any directory: a run must not read a keyboard.
+    // Names such as "con" and "nul.txt" are devices in any directory. A run must not wait for the
+    // keyboard.
     struct _stat64 status {};
     if (descriptor >= 0 &&
         (::_fstat64(descriptor, &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG)) {
@@ -70,7 +71,7 @@ int systemClose(int descriptor) {
 
 #endif
 
-/// No system call is asked for more at once: the largest size that all platforms take.
+/// The most bytes for one system call: all platforms accept this size.
 constexpr std::size_t largestTransfer = std::size_t{1} << 30;
 
 [[noreturn]] void fail(const char* what, const std::string& path) {
@@ -141,8 +142,8 @@ void PlatformFile::close() {
     if (!isOpen()) {
         return;
     }
-    // The descriptor is gone even when closing fails: a second attempt could hit another file.
-    // An interrupted close is no failure of what was written.
+    // The descriptor is invalid even if closing fails: a second attempt could close another file.
+    // An interrupted close does not mean that data was lost.
     if (systemClose(std::exchange(descriptor_, -1)) != 0 && errno != EINTR) {
         fail("close", path_);
     }

@@ -1,4 +1,4 @@
-/// Files as bytes, and all that differs between the platforms in reading and writing them.
+/// Reading and writing files as bytes, in the same way on all platforms.
 #pragma once
 
 #include <cstddef>
@@ -15,16 +15,15 @@ inline constexpr std::string_view lineEnd = "\r\n";
 inline constexpr std::string_view lineEnd = "\n";
 #endif
 
-/// One file, opened for reading or for writing, closed with the object.
+/// A file that is open for reading or for writing. Destroying the object closes it.
 ///
-/// Bytes pass as they are: nothing translates line ends, no byte ends a file early. A file that
-/// could not be opened reads as empty and takes what is written without keeping it. On Windows that
-/// includes the names of devices.
+/// Bytes are never translated, and no byte ends a file early. A file that could not be opened reads
+/// as empty and discards what is written to it. On Windows, devices count as such files.
 class PlatformFile {
 public:
     static PlatformFile openForReading(const std::string& path);
 
-    /// Creates the file, or empties the one that is there.
+    /// Creates the file, or empties it if it exists.
     static PlatformFile openForWriting(const std::string& path);
 
     PlatformFile(PlatformFile&& other) noexcept;
@@ -35,17 +34,17 @@ public:
 
     [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
 
-    /// Reads up to `size` bytes to `to` and returns their number, 0 at the end of the file.
-    /// Throws std::system_error, which names the file and the reason, when the system fails.
+    /// Reads up to `size` bytes to `to` and returns their number, 0 at the end of the file. If the
+    /// system fails, throws std::system_error, which names the file and the reason.
     std::size_t read(char* to, std::size_t size);
 
-    /// Appends `bytes`, in one write of the system unless that takes only a part. Throws
-    /// std::system_error, which names the file and the reason, when the system fails; what was
-    /// written of `bytes` is then cut off again, so that the file ends where it ended before.
+    /// Appends `bytes` in one system write, or in several if the system accepts only a part. If the
+    /// system fails, cuts off the part of `bytes` that was written, so that the file ends where it
+    /// ended before, and throws std::system_error, which names the file and the reason.
     void write(std::string_view bytes);
 
-    /// Closes the file. Throws std::system_error when the system reports that what was written
-    /// did not arrive; the file is closed all the same.
+    /// Closes the file. Throws std::system_error if the system reports that written bytes were
+    /// lost; the file is closed even then.
     void close();
 
 private:

@@ -17,7 +17,7 @@ namespace veldtrim {
 
 namespace {
 
-/// The console's code page before the run, whose end brings it back.
+/// The console's code page before the run; restored at the end.
 UINT codePageBefore = 0;
 
 void restoreCodePage() {
@@ -26,10 +26,10 @@ void restoreCodePage() {
 
 } // namespace
 
-// There are no pipe signals here, and the runtime keeps the standard descriptors reserved.
+// Closed standard streams need no care here: the runtime reserves their descriptors.
 void setUpProcess() {
-    // The manifest asks for UTF-8; Windows before version 1903 does not know it. There all paths go
-    // through the system's own code page, as they do without a word of ours.
+    // The manifest requests UTF-8, but Windows before version 1903 ignores that. Paths then use the
+    // system's code page, as in other programs.
     if (!pathsAreUtf8()) {
         return;
     }
@@ -39,6 +39,9 @@ void setUpProcess() {
     }
 }
 
+// Windows does not have this signal.
+void ignorePipeSignal() noexcept {}
+
 bool pathsAreUtf8() {
     return ::GetACP() == CP_UTF8;
 }
@@ -46,15 +49,22 @@ bool pathsAreUtf8() {
 #else
 
 void setUpProcess() {
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    ignorePipeSignal();
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-    // The lowest free descriptor is handed out first: this fills any gap among 0, 1 and 2.
+    // The system assigns the lowest free descriptor, so this fills any gap among 0, 1 and 2.
     int descriptor = 0;
     do {
         descriptor = ::open("/dev/null", O_RDWR);
     } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
     if (descriptor >= 0) {
         ::close(descriptor);
+    }
+}
+
+void ignorePipeSignal() noexcept {
+    struct sigaction current {};
+    if (::sigaction(SIGPIPE, nullptr, &current) == 0 && current.sa_handler == SIG_DFL) {
+        static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     }
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 HANDLE standardErrorHandle() noexcept {
     const int descriptor = _fileno(stderr);
-    // The runtime marks a descriptor that the process was started without by -2.
+    // The runtime reports -2 for a standard stream that was closed when the process started.
     const std::intptr_t handle = descriptor >= 0 ? _get_osfhandle(descriptor) : -1;
     return handle == -2 ? INVALID_HANDLE_VALUE : reinterpret_cast<HANDLE>(handle);
 }
@@ -27,7 +27,7 @@ bool standardErrorIsOpen() noexcept {
     return standardErrorHandle() != INVALID_HANDLE_VALUE;
 }
 
-// Not _isatty: to that, "nul" is a terminal too.
+// _isatty would take "nul" for a terminal.
 bool standardErrorIsTerminal() noexcept {
     DWORD mode = 0;
     return GetConsoleMode(standardErrorHandle(), &mode) != 0;
@@ -37,16 +37,16 @@ std::size_t standardErrorWidth() noexcept {
     CONSOLE_SCREEN_BUFFER_INFO info{};
     if (GetConsoleScreenBufferInfo(standardErrorHandle(), &info) == 0 ||
         info.srWindow.Right < info.srWindow.Left) {
-        return UsualTerminalWidth;
+        return usualTerminalWidth;
     }
     return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left) + 1;
 }
 
 void writeToStandardError(std::string_view text) noexcept {
-    // Text mode: the line ends are the platform's.
-    constexpr std::size_t LargestWrite = 1U << 30U;
+    // The stream is in text mode, which turns line feeds into the platform's line ends.
+    constexpr std::size_t largestWrite = 1U << 30U;
     while (!text.empty()) {
-        const auto size = static_cast<unsigned>(std::min(text.size(), LargestWrite));
+        const auto size = static_cast<unsigned>(std::min(text.size(), largestWrite));
         const int written = _write(_fileno(stderr), text.data(), size);
         if (written <= 0) {
             return;
@@ -59,7 +59,6 @@ void writeToStandardError(std::string_view text) noexcept {
 
 #else
 
-#include <csignal>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -69,51 +68,8 @@ namespace veldtrim {
 
 namespace {
 
-/// Keeps a SIGPIPE that a write of this thread raises from reaching the process.
-///
-/// The signal is blocked in this thread and, if it was raised, taken out of the queue before the
-/// mask goes back. Ignoring it would be shorter, but its disposition belongs to the whole process
-/// and is inherited by the programs that it starts.
-class PipeSignalGuard {
-public:
-    PipeSignalGuard() noexcept {
-        sigset_t pending;
-        sigemptyset(&pending);
-        sigpending(&pending);
-        // One that waits already is blocked already, and not ours to take away.
-        if (sigismember(&pending, SIGPIPE) == 1) {
-            return;
-        }
-        sigemptyset(&pipeSignal_);
-        sigaddset(&pipeSignal_, SIGPIPE);
-        active_ = pthread_sigmask(SIG_BLOCK, &pipeSignal_, &maskBefore_) == 0;
-    }
-
-    ~PipeSignalGuard() {
-        if (!active_) {
-            return;
-        }
-        sigset_t pending;
-        sigemptyset(&pending);
-        sigpending(&pending);
-        if (sigismember(&pending, SIGPIPE) == 1) {
-            int taken = 0;
-            sigwait(&pipeSignal_, &taken);
-        }
-        pthread_sigmask(SIG_SETMASK, &maskBefore_, nullptr);
-    }
-
-    PipeSignalGuard(const PipeSignalGuard&) = delete;
-    PipeSignalGuard& operator=(const PipeSignalGuard&) = delete;
-
-private:
-    bool active_ = false;
-    sigset_t pipeSignal_{};
-    sigset_t maskBefore_{};
-};
-
-/// Whether a write that failed may be tried again. A receiver that made the pipe non-blocking is
-/// waited for, as any other is: giving up half way would leave half a line.
+/// Whether a failed write can be repeated. If the receiver has made the pipe non-blocking, waits
+/// until it reads: giving up would leave half a line.
 bool canWriteAgain() noexcept {
     if (errno == EINTR) {
         return true;
@@ -138,22 +94,19 @@ bool standardErrorIsTerminal() noexcept {
 std::size_t standardErrorWidth() noexcept {
     winsize size{};
     if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) {
-        return UsualTerminalWidth;
+        return usualTerminalWidth;
     }
     return size.ws_col;
 }
 
 void writeToStandardError(std::string_view text) noexcept {
     const int errnoBefore = errno;
-    {
-        const PipeSignalGuard guard;
-        while (!text.empty()) {
-            const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
-            if (written > 0) {
-                text.remove_prefix(static_cast<std::size_t>(written));
-            } else if (written == 0 || !canWriteAgain()) {
-                break;
-            }
+    while (!text.empty()) {
+        const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (written == 0 || !canWriteAgain()) {
+            break;
         }
     }
     errno = errnoBefore;

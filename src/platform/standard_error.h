@@ -1,4 +1,4 @@
-/// Standard error as the operating system sees it: the only place that calls on the platform.
+/// Standard error as the operating system sees it.
 #pragma once
 
 #include <cstddef>
@@ -6,23 +6,24 @@
 
 namespace veldtrim {
 
-/// Whether the process has a standard error at this moment. To be asked before the process opens
-/// files of its own: the first of them takes the number of a standard error that is closed.
+/// Whether standard error is open. Call this before the process opens files: the first file would
+/// get the descriptor of a closed standard error.
 bool standardErrorIsOpen() noexcept;
 
 /// Whether standard error is a terminal.
 bool standardErrorIsTerminal() noexcept;
 
-/// Columns of a terminal that does not say how many it has.
-inline constexpr std::size_t UsualTerminalWidth = 80;
+/// The number of columns that is assumed if the terminal does not report it.
+inline constexpr std::size_t usualTerminalWidth = 80;
 
-/// Columns of the terminal that standard error is, at this moment.
+/// The present number of columns of the terminal behind standard error, or `usualTerminalWidth` if
+/// the terminal does not report it or standard error is not a terminal.
 std::size_t standardErrorWidth() noexcept;
 
-/// Writes `text` to standard error in one write, going on where only a part was taken.
+/// Writes `text` to standard error in one write, or in several if the system accepts only a part.
 ///
-/// A failure ends the writing in silence: there is nobody left to tell. A closed pipe does not end
-/// the process, whatever it does on SIGPIPE, and what it does on SIGPIPE stays as it was.
+/// Waits for a slow reader. Ignores failures, because no one is left to report them to. A pipe
+/// without a reader raises SIGPIPE; `ignorePipeSignal` keeps that from ending the process.
 void writeToStandardError(std::string_view text) noexcept;
 
 } // namespace veldtrim

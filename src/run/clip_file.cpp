@@ -1,7 +1,7 @@
 #include "run/clip_file.h"
 
 #include "elevation/header.h"
-#include "run/record_batch.h"
+#include "run/record_reader.h"
 #include "text/line_reader.h"
 #include "text/line_writer.h"
 
@@ -14,32 +14,26 @@ std::int32_t clipFile(BoundaryModel& model, std::string inputPath, std::string o
     LineReader input(inputPath);
     LineWriter output(outputPath);
 
-    Line line;
-    input.next(line);
-    char separator = 0;
-    char format = 0;
-    std::int32_t layout = 0;
+    Line headerLine;
+    input.next(headerLine);
+    ElevationHeader header;
     std::string errorText;
-    if (!parseHeader(line.text, separator, format, layout, errorText)) {
+    if (!readHeader(headerLine.text, header, errorText)) {
         return 0;
     }
-    output.write(line);
+    output.write(headerLine);
 
     constexpr int stateCode = 1;
     StateMessage(stateCode, "Clipping elevation data...", true);
     ProgressMessage progress(progressOffset * progressScale,
                              (recordCount + progressOffset) * progressScale, recordCount);
+    RecordReader records(input, header, model, recordCount);
     std::int32_t kept = 0;
-    RecordBatch batch;
-    std::size_t next = 0; // record of the batch
-    for (std::int32_t i = 0; i < recordCount; ++i, ++next) {
+    for (std::int32_t i = 0; i < recordCount; ++i) {
         progress.OnProgress(i, false);
-        if (next == batch.size()) {
-            batch.read(input, static_cast<std::size_t>(recordCount - i), format, separator, model);
-            next = 0;
-        }
-        if (batch.keeps(next)) {
-            output.write(batch.line(next));
+        const Record& record = records.next();
+        if (record.isKept()) {
+            output.write(record.line);
             ++kept;
         }
     }

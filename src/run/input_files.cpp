@@ -44,12 +44,9 @@ std::string reasonToSkip(const std::string& path) {
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         return "it is not a regular file";
     }
-    const std::string header = readHeaderLine(path);
-    char separator = 0;
-    char format = 0;
-    std::int32_t layout = 0;
+    ElevationHeader header;
     std::string errorText;
-    if (parseHeader(header, separator, format, layout, errorText)) {
+    if (readHeader(readHeaderLine(path), header, errorText)) {
         return {};
     }
     if (errorText.empty()) {

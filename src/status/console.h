@@ -1,15 +1,15 @@
-/// Lines on standard output, for a person who watches the console.
+/// Console lines: text on standard output for a person.
 #pragma once
 
 #include <string_view>
 
 namespace veldtrim {
 
-/// Writes `text` and a line end to standard output and flushes it. A reader of standard output that
-/// has gone away is no failure.
+/// Writes `text` and a line end to standard output, and flushes it. Ignores failures, such as a
+/// reader that has gone away.
 void writeConsoleLine(std::string_view text);
 
-/// Writes `text` alone: the next console text continues its line.
+/// Writes `text` without a line end: the next console text continues the line.
 void writeConsoleText(std::string_view text);
 
 } // namespace veldtrim

@@ -3,16 +3,16 @@
 namespace veldtrim {
 namespace {
 
-// One mark in this many bytes at most.
+// A search leaves at most one mark per block of this many bytes.
 constexpr std::int32_t markDistance = 64;
 
-// Programs ask for a handful of names; whoever asks for more starts over.
+// Programs ask for a few names. After this many, the marks of all names are dropped.
 constexpr std::size_t mostNames = 32;
 
 enum class Step : std::uint8_t { GoOn, Found, Nothing };
 
-/// Looks at the token in `span`, before any name has matched. When the name matches, looks at the
-/// two tokens after it, which settle the search: the second must be quoted.
+/// Looks at the token in `span`, before any name has matched. If the name matches, the two tokens
+/// after it decide the search: the second one must be quoted.
 inline Step look(TokenSpan& span, std::string_view name, bool isTagName) {
     if (span.isString) {
         return Step::GoOn;
@@ -39,7 +39,8 @@ inline Step look(TokenSpan& span, std::string_view name, bool isTagName) {
 } // namespace
 
 bool AttributeSearch::find(TokenSpan& span, std::int32_t tagEnd, std::string_view name) {
-    // Only a quoted token can cross the tag's end, and a little way beyond it costs nothing.
+    // Only a quoted token can cross the end of the tag. A short search beyond it costs little and
+    // needs no marks.
     const std::int64_t nearEnd = std::int64_t{tagEnd} + markDistance;
     for (bool isTagName = true; nextToken(span); isTagName = false) {
         const Step step = look(span, name, isTagName);
@@ -54,22 +55,22 @@ bool AttributeSearch::find(TokenSpan& span, std::int32_t tagEnd, std::string_vie
 }
 
 AttributeSearch::Marks& AttributeSearch::marksOf(std::string_view name) {
-    const auto known = marksByName.find(name);
-    if (known != marksByName.end()) {
+    const auto known = marksByName_.find(name);
+    if (known != marksByName_.end()) {
         return known->second;
     }
-    if (marksByName.size() >= mostNames) {
-        marksByName.clear();
+    if (marksByName_.size() >= mostNames) {
+        marksByName_.clear();
     }
-    return marksByName[std::string(name)];
+    return marksByName_[std::string(name)];
 }
 
 bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& marks) {
-    passed.clear();
+    passed_.clear();
     Outcome outcome;
     std::int32_t block = span.next / markDistance;
     while (true) {
-        // Searches that have met agree on the first token of every further block.
+        // Searches that have met find the same first token in every later block.
         if (span.next / markDistance != block) {
             block = span.next / markDistance;
             const auto mark = marks.find(span.next);
@@ -77,7 +78,7 @@ bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& 
                 outcome = mark->second;
                 break;
             }
-            passed.push_back(span.next);
+            passed_.push_back(span.next);
         }
         if (!nextToken(span)) {
             break;
@@ -88,7 +89,7 @@ bool AttributeSearch::findMarked(TokenSpan& span, std::string_view name, Marks& 
             break;
         }
     }
-    for (const std::int32_t offset : passed) {
+    for (const std::int32_t offset : passed_) {
         marks.emplace_hint(marks.end(), offset, outcome);
     }
     span.left = outcome.left;

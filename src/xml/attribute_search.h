@@ -1,3 +1,4 @@
+/// Searches start tags for attributes.
 #pragma once
 
 #include "token_span.h"
@@ -11,29 +12,29 @@
 
 namespace veldtrim {
 
-/// Finds attributes in the start tags of one document, in time that stays linear over all tags.
+/// Finds attributes in the start tags of one document. The time for all tags together is linear.
 ///
-/// The search looks at tokens, and a quote that is not closed within its tag carries it beyond the
-/// tag, at worst to the end of the document. Were every such search to go the whole way, a million
-/// siblings of that kind would take hours. But what a search finds from some token on depends on
-/// the token's place alone as long as no name has matched, and searches that begin in different
-/// tags soon run over the same tokens. So the first search that goes far beyond its tag leaves
-/// marks on its way, with what it found in the end, and later ones for the same name stop at the
-/// first mark.
+/// A search goes from token to token. If a quote is not closed within its tag, the search continues
+/// beyond the tag, possibly to the end of the document; with a million such siblings, this would
+/// take hours. However, before the name has matched, the outcome of a search depends only on the
+/// position of its current token, and searches that begin in different tags soon meet at the same
+/// token. Therefore, the first search that goes far beyond its tag leaves marks with its outcome on
+/// the way, and later searches for the same name stop at the first mark.
 class AttributeSearch {
 public:
-    /// Forgets all marks. To be called when the document changes.
-    void reset() { marksByName.clear(); }
+    /// Removes all marks. To be called when the document changes.
+    void reset() { marksByName_.clear(); }
 
-    /// Moves `span`, which stands after the "<" of a start tag, to the value of the attribute
-    /// `name`: a quoted token that is second after a token that matches the name. With an empty
-    /// name, to the name of the first attribute. False when there is none before a bare ">" or "/".
+    /// Moves `span` from after the "<" of a start tag to the value of the attribute `name`. The
+    /// value is the second token after one that matches the name, and must be quoted. With an empty
+    /// name, moves `span` to the name of the first attribute. Returns false if there is none before
+    /// an unquoted ">" or "/".
     ///
-    /// `tagEnd` is the offset of the start tag's ">".
+    /// `tagEnd` is the offset of the ">" of the start tag.
     bool find(TokenSpan& span, std::int32_t tagEnd, std::string_view name);
 
 private:
-    /// The place of a found token, or of nothing.
+    /// The position of the token that was found, if any.
     struct Outcome {
         std::int32_t left = 0;
         std::int32_t right = -1;
@@ -44,8 +45,8 @@ private:
     Marks& marksOf(std::string_view name);
     bool findMarked(TokenSpan& span, std::string_view name, Marks& marks);
 
-    std::map<std::string, Marks, std::less<>> marksByName;
-    std::vector<std::int32_t> passed; ///< marks to be set by the search under way
+    std::map<std::string, Marks, std::less<>> marksByName_;
+    std::vector<std::int32_t> passed_; ///< where the current search will leave marks
 };
 
 } // namespace veldtrim

@@ -18,8 +18,8 @@ struct Entity {
 constexpr std::array<Entity, 5> entities = {
     {{"lt;", '<'}, {"amp;", '&'}, {"gt;", '>'}, {"apos;", '\''}, {"quot;", '"'}}};
 
-/// Replaces `text` by the bytes of the file up to the first NUL. False for a file that cannot be
-/// read whole, is empty or has more bytes than a 32-bit offset can count.
+/// Replaces `text` with the bytes of the file up to the first NUL. Returns false if the file cannot
+/// be read as a whole, is empty, or is too large for 32-bit offsets.
 bool readFile(const char* filePath, std::string& text) {
     if (!readDocumentFile(filePath, std::numeric_limits<std::int32_t>::max(), text)) {
         return false;
@@ -40,8 +40,8 @@ CMarkupSTL::CMarkupSTL() : elements(1), attributeSearch(std::make_unique<Attribu
 CMarkupSTL::~CMarkupSTL() = default;
 
 bool CMarkupSTL::loadFile(const char* filePath) {
-    // A copy, should the path be one of this document's own texts; the old text goes before the new
-    // one comes, so that there is never more than one in memory.
+    // A copy, because the path can be a part of this document. The old text is released before the
+    // new one is read, so that only one is in memory.
     const std::string path = filePath == nullptr ? std::string() : filePath;
     setDocument(nullptr);
     if (!readFile(path.c_str(), docText)) {

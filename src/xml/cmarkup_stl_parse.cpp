@@ -10,7 +10,7 @@
 namespace veldtrim {
 namespace {
 
-// What skipNode finds after a "<"; 0 stands for no complete node.
+// The kinds of nodes that skipNode finds; 0 means that there is no complete node.
 constexpr std::int32_t cdataSection = 8;
 constexpr std::int32_t processingInstruction = 16;
 constexpr std::int32_t comment = 32;
@@ -33,8 +33,8 @@ bool CMarkupSTL::setDocument(const char* text) {
     return indexDocument();
 }
 
-/// Builds the index of `docText` anew. The root is linked to the document last, so that the
-/// document is empty also if memory for the index cannot be had.
+/// Rebuilds the index of `docText`. Links the root to the document last, so that the document is
+/// empty if memory for the index runs out.
 bool CMarkupSTL::indexDocument() {
     freePos = 1;
     resetPosition();
@@ -42,7 +42,7 @@ bool CMarkupSTL::indexDocument() {
     at(0) = ElementPosition();
     const std::size_t wanted = docText.size() / 64 + 8;
     if (elements.size() < wanted) {
-        // What the old index holds is not needed: let it go before the new one is made.
+        // Release the old index, which is not needed, before the new one is allocated.
         std::vector<ElementPosition>(1).swap(elements);
         growTo(wanted, wanted);
     }
@@ -56,11 +56,11 @@ bool CMarkupSTL::indexDocument() {
     return true;
 }
 
-/// Indexes the first element of the text and all inside it. Returns its place in the index, 0 when
-/// the first tag is an end tag, -1 after an error.
+/// Indexes the first element of the text and everything inside it. Returns its index, 0 if the
+/// first tag is an end tag, or -1 after an error.
 ///
-/// The elements still open are the chain of parents from the current one, so that nesting of any
-/// depth needs no stack besides the index itself.
+/// The open elements are the chain of parents of the current one, so nesting of any depth needs no
+/// stack besides the index itself.
 std::int32_t CMarkupSTL::parseElement() {
     std::int32_t parent = 0;
     std::int32_t previousSibling = 0;
@@ -97,8 +97,8 @@ std::int32_t CMarkupSTL::parseElement() {
     }
 }
 
-/// Makes the index `size` slots long, and asks for memory for `expected`, or at least for the next
-/// growth: memory that is not used costs nothing, moving a large index would.
+/// Resizes the index to `size` slots. Reserves memory for `expected` slots, or at least for the
+/// next growth: unused memory costs nothing, but moving a large index would take time.
 void CMarkupSTL::growTo(std::size_t size, std::size_t expected) {
     if (elements.capacity() < size) {
         std::size_t room = size + size / 2;
@@ -114,13 +114,13 @@ void CMarkupSTL::growTo(std::size_t size, std::size_t expected) {
     elements.resize(size);
 }
 
-/// Takes the next start tag inside `parent` into the index. Returns its place, 0 when an end tag
-/// comes first (`endLeft` of the parent is then its "<"), -1 after an error.
+/// Adds the next start tag inside `parent` to the index. Returns its index, 0 if an end tag comes
+/// first (`endLeft` of the parent is then the offset of its "<"), or -1 after an error.
 std::int32_t CMarkupSTL::openElement(std::int32_t parent) {
     const std::int32_t index = freePos;
     const std::size_t size = elements.size();
     if (static_cast<std::size_t>(index) == size) {
-        // As many as there will be if the text goes on as it has begun.
+        // Expects the rest of the text to be as dense in elements as the part that was read.
         const auto read = static_cast<std::size_t>(elements.back().startLeft) + 1;
         growTo(size + size / 2, size * std::uint64_t{docText.size()} / read);
     }
@@ -175,15 +175,15 @@ std::int32_t CMarkupSTL::openElement(std::int32_t parent) {
     return index;
 }
 
-/// Reads the end tag of `element`, whose "<" `openElement` has left in its `endLeft`. False after
-/// an error.
+/// Reads the end tag of `element`, whose "<" `openElement` has stored in `endLeft`. Returns false
+/// after an error.
 bool CMarkupSTL::closeElement(std::int32_t element) {
     ElementPosition& closing = at(element);
     TokenSpan nameSpan(docText, closing.startLeft + 1);
     nextToken(nameSpan);
     const std::string_view name = tokenText(nameSpan);
 
-    // The first token is the "/" by which openElement knew the end tag.
+    // The first token is the "/" by which openElement recognised the end tag.
     TokenSpan span(docText, closing.endLeft + 1);
     nextToken(span);
     for (int token = 2; nextToken(span); ++token) {
@@ -203,12 +203,12 @@ bool CMarkupSTL::closeElement(std::int32_t element) {
     return false;
 }
 
-/// Skips the comment, processing instruction, CDATA section or document type declaration that
-/// begins with the "<" at `offset`, and moves `offset` behind it. Returns its kind, or 0 when it is
-/// not complete or is none of them; `offset` then stays.
+/// Moves `offset` from the "<" of a comment, processing instruction, CDATA section or document type
+/// declaration to the character after its end, and returns its kind. Returns 0, with `offset`
+/// unchanged, if it is none of these or not complete.
 std::int32_t CMarkupSTL::skipNode(std::int32_t& offset) const {
     const std::size_t start = static_cast<std::size_t>(offset);
-    // Within the text and its closing NUL: a NUL right after the "<" is not looked behind.
+    // The terminating NUL can come right after the "<"; nothing is read beyond it.
     const char kindCharacter = docText.c_str()[start + 1];
     const char second = kindCharacter == '\0' ? '\0' : docText.c_str()[start + 2];
     if (second == '\0') {
@@ -254,8 +254,8 @@ std::int32_t CMarkupSTL::skipNode(std::int32_t& offset) const {
     return 0;
 }
 
-/// Keeps the error text, with the element's name in the place of "%s", and gives back the slot of
-/// the failing element. Returns -1.
+/// Stores the error text, with `name` in place of "%s", and releases the index slot of the failed
+/// element. Returns -1.
 std::int32_t CMarkupSTL::recordParseError(std::string_view format, std::string_view name) {
     parseError = format;
     if (const std::size_t place = parseError.find("%s");

@@ -1,3 +1,4 @@
+/// Splits the inside of a tag into tokens.
 #pragma once
 
 #include <array>
@@ -6,15 +7,13 @@
 #include <string>
 #include <string_view>
 
-/// Cutting the inside of a tag into tokens.
 namespace veldtrim {
 
-/// State of a scan over the tokens of a text. The text ends with a NUL at `length` and holds none
-/// before.
+/// State of a scan over the tokens of a text. The only NUL of the text is its end, at `length`.
 struct TokenSpan {
     const char* text;
     std::int32_t length;
-    std::int32_t next = 0;   ///< where the next token is looked for
+    std::int32_t next = 0;   ///< where the search for the next token begins
     std::int32_t left = 0;   ///< first character of the token, without quotes
     std::int32_t right = -1; ///< last character of the token, without quotes
     bool isString = false;   ///< the token was quoted
@@ -27,7 +26,10 @@ struct TokenSpan {
 
 namespace detail {
 
-enum CharacterClass : std::uint8_t { whitespace = 1, endsToken = 2, quote = 4 };
+// Classes of characters; one character can have several.
+inline constexpr std::uint8_t whitespace = 1;
+inline constexpr std::uint8_t endsToken = 2;
+inline constexpr std::uint8_t quote = 4;
 
 constexpr std::array<std::uint8_t, 256> makeCharacterClasses() {
     std::array<std::uint8_t, 256> classes{};
@@ -55,7 +57,7 @@ inline char foldCase(char c) {
 
 } // namespace detail
 
-/// Offset of `wanted` at or after `from`, -1 when there is none.
+/// Offset of the first `wanted` at or after `from`, or -1 if there is none.
 inline std::int32_t findCharacter(const char* text, std::int32_t length, char wanted,
                                   std::int32_t from) {
     const void* const found =
@@ -64,9 +66,9 @@ inline std::int32_t findCharacter(const char* text, std::int32_t length, char wa
                             : static_cast<std::int32_t>(static_cast<const char*>(found) - text);
 }
 
-/// Moves the span to the next token: a quoted string, a run without white space or any of
-/// `<>=\/?!`, or one such character by itself. A quote that is not closed runs to the end of the
-/// text. False at the end of the text.
+/// Moves the span to the next token: a quoted string, one of the characters `<>=\/?!`, or a run of
+/// other characters without white space. A quoted string without a closing quote extends to the end
+/// of the text. Returns false at the end of the text.
 inline bool nextToken(TokenSpan& span) {
     const char* const text = span.text;
     std::int32_t now = span.next;
@@ -100,7 +102,7 @@ inline bool nextToken(TokenSpan& span) {
 }
 
 /// Whether the span's token is the requested name, or the part of it before a space, "=", "/" or
-/// "[". ASCII letters match in either case.
+/// "[". The case of ASCII letters does not matter.
 inline bool nameMatches(const TokenSpan& span, std::string_view requested) {
     const std::size_t length = static_cast<std::size_t>(span.right - span.left) + 1;
     if (requested.size() < length) {
@@ -119,7 +121,7 @@ inline bool nameMatches(const TokenSpan& span, std::string_view requested) {
     return after == ' ' || after == '=' || after == '/' || after == '[';
 }
 
-/// The span's token.
+/// The text of the span's token.
 inline std::string_view tokenText(const TokenSpan& span) {
     return span.right < span.left || span.left >= span.length
                ? std::string_view()

@@ -1,9 +1,10 @@
 #include "veldtrim/xml_reader.h"
 
-#include "text/number_text.h"
+#include "text/number.h"
 #include "veldtrim/cmarkup_stl.h"
 
 #include <iostream>
+#include <utility>
 
 namespace veldtrim {
 namespace {
@@ -13,7 +14,7 @@ bool hasRoot(const CMarkupSTL& document) {
     return !elements.empty() && elements.front().firstChild != 0;
 }
 
-/// Whether the reader keeps the name of a child of "modules" when it is asked for `type`.
+/// Whether `getItemsBelow` keeps the name of a child of "modules" for the given type.
 bool isModuleOfType(const std::string& name, const std::string& type) {
     if (type == "all") {
         return true;
@@ -28,10 +29,16 @@ std::string askPrefix(const char* prompt) {
     return prefix;
 }
 
-template <typename Value>
-bool getValue(const XMLReader& reader, const std::string& path, Value& value) {
+template <typename Number>
+bool convert(const std::string& text, Number& value) {
+    const char* at = text.data();
+    return readNumber(at, at + text.size(), value);
+}
+
+template <typename Number>
+bool getValue(const XMLReader& reader, const std::string& path, Number& value) {
     std::string text;
-    return reader.getString(path, text) && fromString(text, value);
+    return reader.getString(path, text) && convert(text, value);
 }
 
 } // namespace
@@ -117,13 +124,15 @@ bool XMLReader::getItemsBelow(const std::string& path, std::vector<std::string>&
         return false;
     }
     const bool filtered = path == "modules";
-    items.clear();
+    // Not directly into `items`, because `type` may be one of its elements.
+    std::vector<std::string> names;
     while (document->findChildElement(nullptr)) {
         std::string name = document->getChildTagName();
         if (!filtered || isModuleOfType(name, type)) {
-            items.push_back(std::move(name));
+            names.push_back(std::move(name));
         }
     }
+    items = std::move(names);
     return true;
 }
 
@@ -149,19 +158,25 @@ void XMLReader::prepNames(std::string& cityFile) const {
 // The exported interface takes these texts by value.
 // NOLINTBEGIN(performance-unnecessary-value-param)
 bool XMLReader::stringToDouble(std::string text, double& value) {
-    return fromString(text, value);
+    return convert(text, value);
 }
 
 bool XMLReader::stringToFloat(std::string text, float& value) {
-    return fromString(text, value);
+    return convert(text, value);
 }
 
 bool XMLReader::stringToInt(std::string text, std::int32_t& value) {
-    return fromString(text, value);
+    return convert(text, value);
 }
 
 bool XMLReader::stringToString(std::string text, std::string& value) {
-    return fromString(text, value);
+    constexpr const char* blanks = " \t\n\v\f\r"; // of the classic locale
+    const std::size_t begin = text.find_first_not_of(blanks);
+    if (begin == std::string::npos) {
+        return false;
+    }
+    value = text.substr(begin, text.find_first_of(blanks, begin) - begin);
+    return true;
 }
 // NOLINTEND(performance-unnecessary-value-param)
 

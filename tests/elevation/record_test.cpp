@@ -1,15 +1,15 @@
 #include "elevation/record.h"
+#include "judges/elevation_rules.h"
 
 #include <gtest/gtest.h>
 
 #include <bit>
 #include <cstdint>
-#include <locale>
 #include <optional>
 #include <random>
-#include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veldtrim {
@@ -18,33 +18,13 @@ namespace {
 /// The bits of x and y; nothing where the line is no record.
 using Bits = std::optional<std::pair<std::uint64_t, std::uint64_t>>;
 
-Bits bits(double x, double y) {
-    return std::pair{std::bit_cast<std::uint64_t>(x), std::bit_cast<std::uint64_t>(y)};
-}
-
-Bits parse(std::string_view line, char separator, char format = 'x') {
+template <typename Parse>
+Bits bits(Parse parse, std::string_view line, char format, char separator) {
     ElevationPoint point;
-    return parseRecord(line, format, separator, point) ? bits(point.x, point.y) : std::nullopt;
-}
-
-/// What a record is by definition: formatted extraction from a string stream, step by step.
-Bits byDefinition(std::string_view line, char separator) {
-    std::istringstream stream{std::string(line)};
-    stream.imbue(std::locale::classic());
-    double x = 0;
-    double y = 0;
-    if (!(stream >> x) || stream.eof()) {
-        return {};
-    }
-    if (separator != ' ') {
-        char character = static_cast<char>(separator + 1);
-        for (int read = 0; character != separator && read < 100 && stream.get(character); ++read) {
-        }
-        if (character != separator) {
-            return {};
-        }
-    }
-    return stream >> y && !stream.eof() ? bits(x, y) : std::nullopt;
+    return parse(std::string(line), format, separator, point)
+               ? Bits(
+                     {std::bit_cast<std::uint64_t>(point.x), std::bit_cast<std::uint64_t>(point.y)})
+               : std::nullopt;
 }
 
 /// Lines near the grammar of a record. One draw a statement: the lines are the same with every
@@ -169,8 +149,10 @@ TEST(Record, AgreesWithTheStreamDefinition) {
     for (std::size_t i = 0; i < 1'000'000; ++i) {
         // Characters that are part of numbers serve as separators too, though rarely.
         const char separator = separators[i % 16 == 0 ? i / 16 % 9 : i % 4];
+        const char format = i % 8 == 7 ? 'y' : 'x';
         const std::string line = generator.oddities(separator);
-        ASSERT_EQ(parse(line, separator), byDefinition(line, separator))
+        ASSERT_EQ(bits(parseRecord, line, format, separator),
+                  bits(fuzz::extractRecord, line, format, separator))
             << "line " << i << ": [" << line << "] separated by [" << separator << "]";
     }
 }
@@ -186,7 +168,7 @@ TEST(Record, BitsAreTheSameOnEveryPlatform) {
     };
     LineGenerator generator(1954);
     for (int i = 0; i < 1'000'000; ++i) {
-        const Bits point = parse(generator.numbers(), ';');
+        const Bits point = bits(parseRecord, generator.numbers(), 'x', ';');
         addToHash(point ? 1 : 0);
         if (point) {
             addToHash(point->first);
@@ -196,26 +178,43 @@ TEST(Record, BitsAreTheSameOnEveryPlatform) {
     EXPECT_EQ(hash, 0xAC1485E29E3E474BU);
 }
 
-TEST(Record, MayBeginWithAnIdentifier) {
-    EXPECT_EQ(parse("17;1.5;2.5;3", ';', 'y'), bits(1.5, 2.5));
-    EXPECT_EQ(parse("17 1.5 2.5 3", ' ', 'y'), bits(1.5, 2.5));
-    for (const char* line : {"a;1.5;2.5;3", "99999999999;1.5;2.5;3", "17;1.5;2.5", "17", ""}) {
-        EXPECT_FALSE(parse(line, ';', 'y')) << line;
-    }
-}
-
-TEST(Record, DoesNotDependOnTheGlobalLocale) {
-    struct Decimals : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-        char do_thousands_sep() const override { return '.'; }
-        std::string do_grouping() const override { return "\3"; }
+TEST(Record, SaysWhereAndWhyALineIsNone) {
+    using enum RecordFault;
+    struct Case {
+        std::string line;
+        RecordFault fault;
+        std::size_t place;
+        char separator = ';';
+        char format = 'x';
     };
-    const std::locale before = std::locale::global(std::locale(std::locale(), new Decimals));
-    const Bits fast = parse("1.5;2.5;3", ';');
-    const Bits slow = parse("1.5;1.234x;3", ';'); // through a stream
-    std::locale::global(before);
-    EXPECT_EQ(fast, bits(1.5, 2.5));
-    EXPECT_EQ(slow, bits(1.5, 1.234));
+    const std::string far(99, 'k');
+    for (const Case& c : {Case{"1.5;2.5;3", None, 7},
+                          Case{" 1.5 ; 2.5 ", None, 10},
+                          Case{"1,5 ;2,5", None, 6},
+                          Case{"1 2 ", None, 3, ' '},
+                          Case{"1" + far + ";2;", None, 102},
+                          Case{"", NoX, 0},
+                          Case{"a;2;3", NoX, 0},
+                          Case{"1e999;2;3", NoX, 0},
+                          Case{" 1", NothingAfterX, 2},
+                          Case{"1 2 ", NoSeparatorAfterX, 1},
+                          Case{"1k" + far + ";2;", NoSeparatorAfterX, 1},
+                          Case{"1;b;3", NoY, 2},
+                          Case{"1,5 2", NoY, 1, ' '},
+                          Case{"1;", NoY, 2},
+                          Case{"1;2", NothingAfterY, 3},
+                          Case{"17;1.5;2.5;3", None, 10, ';', 'y'},
+                          Case{"17 1.5 2.5 3", None, 10, ' ', 'y'},
+                          Case{"a;1;2;3", NoIdentifier, 0, ';', 'y'},
+                          Case{"99999999999;1;2;", NoIdentifier, 0, ';', 'y'},
+                          Case{"17", NoSeparatorAfterIdentifier, 2, ';', 'y'},
+                          Case{"17;b;2;", NoX, 3, ';', 'y'},
+                          Case{"17;1;2", NothingAfterY, 6, ';', 'y'}}) {
+        ElevationPoint point;
+        const RecordReading reading = readRecord(c.line, {c.format, c.separator, 0}, point);
+        EXPECT_EQ(reading.fault, c.fault) << c.line;
+        EXPECT_EQ(reading.place, c.place) << c.line;
+    }
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 """Installs the build into an empty prefix, moves it, and uses it as other programs would.
 
-VELDTRIM_BUILD is the build directory, VELDTRIM_FEATURES what was built (words of manifest.txt).
+VELDTRIM_BUILD is the build directory; VELDTRIM_FEATURES lists what was built, in the words of
+manifest.txt.
 """
 
 import fnmatch
@@ -33,7 +34,7 @@ def run(*command, **options):
 
 @pytest.fixture(scope="module")
 def prefix(tmp_path_factory):
-    """The installed tree, at another place than it was installed to."""
+    """The installed tree, moved away from the prefix that it was installed to."""
     place = tmp_path_factory.mktemp("install")
     run(CMAKE, "--install", BUILD, "--prefix", place / "first")
     return Path(shutil.move(place / "first", place / "moved"))
@@ -87,21 +88,21 @@ def test_consumer_by_pkg_config(prefix, tmp_path):
 
 
 def test_documented_consumer():
-    """The program that the documentation shows is the one that is built here."""
+    """The program in the documentation is the one that is built here."""
     shown = (TESTS.parent / "docs/install.md").read_text()
     assert (TESTS / "consumer/main.cpp").read_text() in shown
     assert (TESTS / "consumer/CMakeLists.txt").read_text() in shown
 
 
 @pytest.mark.skipif("shared" not in FEATURES, reason="no shared library was built")
-@pytest.mark.skipif("sanitize" in CXX_FLAGS, reason="sanitizers export symbols of their own")
+@pytest.mark.skipif("sanitize" in CXX_FLAGS, reason="sanitizers export additional symbols")
 def test_shared_library_exports_its_interface_alone(prefix):
     symbols = run("nm", "-DC", "--defined-only", prefix / "lib/libveldtrim_xml.so").splitlines()
     foreign = [
         line
         for line in symbols
         if not re.search(r"^\S+ \w (vtable for |typeinfo (name )?for )?veldtrim::(XMLReader|CMarkupSTL)\b", line)
-        # Templates of the standard library that every user of them holds: weak, and the same anywhere.
+        # Instances of standard templates are weak symbols, present in every program that uses them.
         and not re.search(r"^\S+ [uVW] .*\bstd::", line)
     ]
     assert foreign == []

@@ -9,7 +9,7 @@ namespace veldtrim::test {
 
 using Ring = std::vector<BoundaryVertex>;
 
-/// Appends `ring` the way the boundary reader does: every point a new vertex.
+/// Appends `ring` as the boundary reader does: every point becomes a new vertex.
 inline void addRing(BoundaryModel& model, const Ring& ring) {
     BoundaryPolygon polygon;
     for (const BoundaryVertex& vertex : ring) {

@@ -1,4 +1,4 @@
-/// Boundary models and points that are hard on a point test, drawn from a seed.
+/// Random boundary models and points that are difficult for a point test.
 #pragma once
 
 #include "boundary/model/boundary_model.h"
@@ -103,7 +103,8 @@ public:
         return model;
     }
 
-    /// A ring whose vertices lie in turn at the radius 100 and between `inner` times it and it.
+    /// A ring whose vertices alternate between the radius 100 and a random one, which is at least
+    /// `inner` times as large.
     BoundaryModel spikes(std::size_t vertices, double inner) {
         BoundaryModel model;
         Ring ring;
@@ -115,8 +116,8 @@ public:
         return model;
     }
 
-    /// A point where the model is: anywhere, on a vertex, on an edge, beside one, at the height of
-    /// a vertex, at the border of a polygon's bounds.
+    /// A point near the model: on or next to a vertex or an edge, at the height of a vertex, at the
+    /// border of a polygon's bounds, or anywhere.
     ElevationPoint point(const BoundaryModel& model) {
         const std::vector<BoundaryVertex>& vertices = model.vertices();
         const BoundaryVertex& any = vertices[below(vertices.size())];
@@ -146,7 +147,7 @@ public:
         case 6:
             return {std::round(uniform(-1, 9)), std::round(uniform(-1, 9))};
         default:
-            // Between two vertices: where the model is, whatever its size.
+            // Between two vertices, so that the size of the model does not matter.
             return {any.x + uniform(0, 1) * (other.x - any.x),
                     any.y + uniform(0, 1) * (other.y - any.y)};
         }
@@ -227,8 +228,8 @@ private:
         }
     }
 
-    /// Triangles with a tip where the quarters of the index's cells meet, give or take some units
-    /// in the last place, in an area that two more triangles fix.
+    /// Triangles with a tip where quarters of the index's cells meet, give or take some units in
+    /// the last place. Two more triangles fix the area.
     void addAtCellBorders(BoundaryModel& model) {
         const double size = 1000.0;
         const double start = -uniform(0, size); // near the origin doubles are finer than the cells

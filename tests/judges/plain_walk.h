@@ -1,4 +1,4 @@
-/// The point test by its definition, polygon after polygon: the judge of all that is faster.
+/// The point test by its definition, polygon by polygon: the judge of all faster ones.
 #pragma once
 
 #include "boundary/boundary_polygon.h"

@@ -1,5 +1,5 @@
-/// Navigation and queries over the reference parser's index, in the plainest form: judge of the
-/// document's and the reader's own.
+/// Navigation and queries on the index of the reference parser, as simple as possible: the judge of
+/// those of the document and the reader.
 #pragma once
 
 #include "judges/reference_markup.h"
@@ -70,7 +70,7 @@ public:
             return "";
         }
         const std::string start = "<![CDATA[";
-        // The first token of the content; of a quoted one what stands between the quotes counts.
+        // The first token of the content; if it is quoted, the text between the quotes.
         std::size_t left = markup_.text.find_first_not_of(
             " \t\n\r", static_cast<std::size_t>(element.startRight) + 1);
         std::size_t behind = left + 1;
@@ -87,7 +87,7 @@ public:
         return decoded(cut(element.startRight + 1, element.endLeft));
     }
 
-    /// Descends along a path, as far as it leads.
+    /// Descends along a path as far as possible.
     bool traverse(std::string path) {
         for (bool last = false; !last;) {
             const std::size_t slash = path.find('/');

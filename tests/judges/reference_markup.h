@@ -1,3 +1,5 @@
+/// The rules of XML documents once more, as simple as possible: recursive, character by character
+/// and slow. The judge of the real parser on small documents.
 #pragma once
 
 #include "veldtrim/cmarkup_stl.h"
@@ -7,8 +9,6 @@
 #include <string>
 #include <vector>
 
-/// The document's rules once more, in the plainest form: recursive, character by character, without
-/// a thought of speed. Judge of the real ones on small documents.
 namespace veldtrim::reference {
 
 struct Token {
@@ -34,7 +34,7 @@ public:
     std::string text;
     std::vector<ElementPosition> elements;
 
-    /// Value of the attribute as written, or what an absent one gives: the empty text.
+    /// Value of the attribute as written; empty if the element does not have it.
     std::string attribute(int element, const std::string& name) {
         Token token;
         token.next = elements[static_cast<std::size_t>(element)].startLeft + 1;
@@ -217,7 +217,7 @@ private:
         return fail("End tag not completed for element " + name);
     }
 
-    /// Offset after the node that opens at `open`, -1 when there is none.
+    /// Offset after the node that begins at `open`, or -1 if there is none.
     int afterNode(int open) const {
         const char kind = get(open + 1);
         const char second = kind == '\0' ? '\0' : get(open + 2);

@@ -1,54 +1,40 @@
-/// Numbers and records as formatted stream extraction in the classic locale reads them: the
-/// definition that all faster reading must keep to.
+/// Numbers as formatted stream extraction in the classic locale reads them: the definition that all
+/// faster reading must keep to.
 #pragma once
 
-#include "geometry/elevation_point.h"
-
 #include <bit>
+#include <cstddef>
 #include <cstdint>
-#include <istream>
+#include <ios>
 #include <locale>
 #include <sstream>
 #include <string>
 
 namespace veldtrim::fuzz {
 
+/// What an extraction leaves behind besides the value.
+struct Extraction {
+    bool succeeds;
+    bool sawEnd;      ///< the stream's end-of-file state
+    std::size_t stop; ///< characters that it took
+};
+
 template <typename Value>
-bool extractFrom(const std::string& text, Value& value) {
+Extraction extract(const std::string& text, Value& value) {
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     stream >> value;
-    return !stream.fail();
+    const auto stop = stream.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
+    return {!stream.fail(), stream.eof(), static_cast<std::size_t>(std::streamoff(stop))};
+}
+
+template <typename Value>
+bool extractFrom(const std::string& text, Value& value) {
+    return extract(text, value).succeeds;
 }
 
 inline bool sameBits(double a, double b) {
     return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
-
-inline bool extractRecord(const std::string& line, char format, char separator,
-                          ElevationPoint& point) {
-    std::istringstream stream(line);
-    stream.imbue(std::locale::classic());
-    const auto seekSeparator = [&] {
-        char character = 0;
-        for (int i = 0; separator != ' ' && i < 100; ++i) {
-            if (!stream.get(character)) {
-                return false;
-            }
-            if (character == separator) {
-                return true;
-            }
-        }
-        return separator == ' ';
-    };
-    if (format == 'y') {
-        int identifier = 0;
-        stream >> identifier;
-        if (!seekSeparator()) {
-            return false;
-        }
-    }
-    return (stream >> point.x).good() && seekSeparator() && (stream >> point.y).good();
 }
 
 } // namespace veldtrim::fuzz

@@ -1,56 +1,28 @@
-/// Sends the messages that its arguments name, one after the other; see `perform`.
+/// Sends a message before `main`, the messages that its arguments name (see `perform`), and one
+/// from the destructor of the last object.
 #include "pulsenote.h"
 
 #include <cstdlib>
-#include <exception>
 #include <fstream>
-#include <map>
 #include <memory>
-#include <stdexcept>
+#include <sstream>
 #include <string>
 
 namespace {
 
-/// Dies, and speaks, after every object that is created while `main` runs.
+/// Created first and therefore destroyed last, after the sender has finished.
 struct LastWords {
-    std::string text;
-    ~LastWords() {
-        if (!text.empty()) {
-            const StateMessage message(1, text, false);
-        }
-    }
+    ~LastWords() { const StateMessage message(0, "last", false); }
 } lastWords;
 
-/// Sent before `main` where the environment asks for it.
-struct FirstWords {
-    FirstWords() {
-        if (const char* const text = std::getenv("SPEAKER_FIRST_WORDS")) {
-            const StateMessage message(1, text, true);
-        }
-    }
-} firstWords;
+const StateMessage firstWords(0, "first", false);
 
-std::map<std::string, std::unique_ptr<ProgressMessage>> stretches;
+std::unique_ptr<ProgressMessage> stretch;
 std::ofstream file;
 
-/// `a..b` or a single number.
-void performSteps(ProgressMessage& stretch, const std::string& range) {
-    const std::size_t dots = range.find("..");
-    const int first = std::stoi(range);
-    const int last = dots == std::string::npos ? first : std::stoi(range.substr(dots + 2));
-    const int direction = first <= last ? 1 : -1;
-    for (int step = first;; step += direction) {
-        stretch.OnProgress(step, false);
-        if (step == last) {
-            return;
-        }
-    }
-}
-
-void perform(const std::string& argument) {
-    const std::size_t equals = argument.find('=');
-    const std::string name = argument.substr(0, equals);
-    const std::string value = equals == std::string::npos ? "" : argument.substr(equals + 1);
+void perform(const std::string& name, const std::string& value) {
+    std::istringstream numbers(value);
+    char comma = 0;
     if (name == "person" || name == "host") {
         MessageSender::Instance(name == "host");
     } else if (name == "state") {
@@ -65,28 +37,32 @@ void perform(const std::string& argument) {
         std::exit(std::stoi(value));
     } else if (name == "open") {
         file.open(value);
-    } else if (name == "late") {
-        lastWords.text = value;
-    } else if (name == "A" || name == "B") { // A=start,end,steps begins this stretch
-        const std::string end = value.substr(value.find(',') + 1);
-        stretches[name] = std::make_unique<ProgressMessage>(
-            std::stod(value), std::stod(end), std::stoi(end.substr(end.find(',') + 1)));
-    } else if (name == "a" || name == "b") { // a=step or a=first..last reports steps of A
-        performSteps(*stretches.at(name == "a" ? "A" : "B"), value);
+    } else if (name == "stretch") { // start,end,steps
+        double start = 0;
+        double end = 0;
+        int steps = 0;
+        numbers >> start >> comma >> end >> comma >> steps;
+        stretch = std::make_unique<ProgressMessage>(start, end, steps);
+    } else if (name == "reach") { // first,last
+        int first = 0;
+        int last = 0;
+        numbers >> first >> comma >> last;
+        for (int step = first; step <= last; ++step) {
+            stretch->OnProgress(step, false);
+        }
     } else {
-        throw std::invalid_argument(argument);
+        std::exit(99);
     }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        for (int i = 1; i < argc; ++i) {
-            perform(argv[i]);
-        }
-        return 0;
-    } catch (const std::exception&) {
-        return 99;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        const std::size_t equals = argument.find('=');
+        perform(argument.substr(0, equals),
+                equals == std::string::npos ? "" : argument.substr(equals + 1));
     }
+    return 0;
 }

@@ -14,41 +14,33 @@ TerminalProgress::Time at(int milliseconds) {
     return TerminalProgress::Time{} + std::chrono::milliseconds(milliseconds);
 }
 
-struct LineCase {
-    std::size_t width;
-    double position;
-    int milliseconds;
-    const char* line;
-};
-
-class TerminalLine : public testing::TestWithParam<LineCase> {};
-
-TEST_P(TerminalLine, fitsTheWidth) {
-    TerminalProgress progress;
-    progress.beginStretch(0, 40, 2'000'000, at(0));
-    const LineCase& expected = GetParam();
-    const std::string line =
-        progress.draw(expected.position, at(expected.milliseconds), expected.width);
-    EXPECT_EQ(line, expected.line);
-    EXPECT_LE(line.size(), expected.width) << "a carriage return and one column less";
+TEST(TerminalProgress, fitsTheWidth) {
+    const struct {
+        std::size_t width;
+        double position;
+        int milliseconds;
+        const char* line;
+    } cases[] = {
+        {200, 50, 2000,
+         "\r[####################....................]  50.0 %  1.25M records/s  0:02 left"},
+        {80, 25, 2000,
+         "\r[##########..............................]  25.0 %  625k records/s  0:06 left"},
+        {40, 25, 2000, "\r[###............]  25.0 %  625k/s  0:06"},
+        {30, 25, 2000, "\r 25.0 %  0:06"},
+        {12, 25, 2000, "\r 25.0 %"},
+        {7, 25, 2000, ""},
+        {0, 25, 2000, ""},
+        {40, 0, 2000, "\r[.............................]   0.0 %"},
+        {40, 99.999, 99, "\r[############################.]  99.9 %"},
+        {40, 1e300, 2000, "\r[##############] 100.0 %  2.50M/s  0:00"},
+        {40, 1, 200'000'000, "\r[................]   1.0 %  0/s  > 99 h"},
+        {40, 50, 4'000'000, "\r[######.......]  50.0 %  625/s  1:06:40"}};
+    for (const auto& [width, position, milliseconds, line] : cases) {
+        TerminalProgress progress;
+        progress.beginStretch(0, 40, 2'000'000, at(0));
+        EXPECT_EQ(progress.draw(position, at(milliseconds), width), line);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , TerminalLine,
-    testing::Values(
-        LineCase{
-            200, 50, 2000,
-            "\r[####################....................]  50.0 %  1.25M records/s  0:02 left"},
-        LineCase{80, 25, 2000,
-                 "\r[##########..............................]  25.0 %  625k records/s  0:06 left"},
-        LineCase{40, 25, 2000, "\r[###............]  25.0 %  625k/s  0:06"},
-        LineCase{30, 25, 2000, "\r 25.0 %  0:06"}, LineCase{12, 25, 2000, "\r 25.0 %"},
-        LineCase{7, 25, 2000, ""}, LineCase{0, 25, 2000, ""},
-        LineCase{40, 0, 2000, "\r[.............................]   0.0 %"},
-        LineCase{40, 99.999, 99, "\r[############################.]  99.9 %"},
-        LineCase{40, 1e300, 2000, "\r[##############] 100.0 %  2.50M/s  0:00"},
-        LineCase{40, 1, 200'000'000, "\r[................]   1.0 %  0/s  > 99 h"},
-        LineCase{40, 50, 4'000'000, "\r[######.......]  50.0 %  625/s  1:06:40"}));
 
 TEST(TerminalProgress, redrawsAtMostTenTimesASecond) {
     TerminalProgress progress;
@@ -58,7 +50,7 @@ TEST(TerminalProgress, redrawsAtMostTenTimesASecond) {
     EXPECT_NE(progress.draw(12, at(100), 80), "");
 }
 
-TEST(TerminalProgress, leavesTheLineClean) {
+TEST(TerminalProgress, erasesTheWholeLine) {
     TerminalProgress progress;
     EXPECT_EQ(progress.erase(80), "");
     EXPECT_EQ(progress.restore(80), "");
@@ -67,13 +59,13 @@ TEST(TerminalProgress, leavesTheLineClean) {
     EXPECT_EQ(progress.erase(20), "\r" + std::string(19, ' ') + "\r");
     EXPECT_EQ(progress.erase(20), "");
     EXPECT_EQ(progress.restore(20), line.substr(1));
-    // Shorter than the line before: the rest of it is covered, but not beyond a narrower terminal.
+    // A shorter line overwrites the rest of the previous one, but not beyond a narrower terminal.
     EXPECT_EQ(progress.draw(12, at(100), 12), "\r 12.0 %     \r 12.0 %");
     EXPECT_EQ(progress.erase(5), "\r     \r");
-    EXPECT_EQ(progress.restore(5), "") << "too narrow by now";
+    EXPECT_EQ(progress.restore(5), "") << "the terminal is too narrow";
 }
 
-TEST(TerminalProgress, countsTheRecordsOfJoiningStretchesOnly) {
+TEST(TerminalProgress, countsOnlyTheRecordsOfJoiningStretches) {
     const auto lineAfter = [](auto... stretches) {
         TerminalProgress progress;
         (progress.beginStretch(stretches.start, stretches.end, stretches.steps, at(0)), ...);

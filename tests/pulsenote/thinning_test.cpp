@@ -2,107 +2,110 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <random>
-#include <utility>
 
 using namespace veldtrim::pulsenote;
 
 namespace {
 
-constexpr int MinInt = std::numeric_limits<int>::min();
-constexpr int MaxInt = std::numeric_limits<int>::max();
-constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr int minInt = std::numeric_limits<int>::min();
+constexpr int maxInt = std::numeric_limits<int>::max();
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
-TEST(Thinning, positionIsToTheThousandthAndNeverRoundedUpToTheEnd) {
+TEST(Thinning, positionIsRoundedToTheThousandthButNotUpToTheEnd) {
     EXPECT_EQ((StretchScale{0, 100, 3}.position(1)), 33.333);
-    EXPECT_EQ((StretchScale{0, 100, 3}.position(2)), 66.667);
     EXPECT_EQ((StretchScale{0, 100, 300'000'000}.position(299'999'999)), 99.999);
     EXPECT_EQ((StretchScale{1, 100, 100}.position(100)), 100);
     EXPECT_EQ((StretchScale{0, 100, 10}.position(-1)), -10);
-    EXPECT_EQ((StretchScale{20, 100, 0}.position(5)), 20);
-    EXPECT_EQ((StretchScale{20, 100, MinInt}.position(5)), 20);
+    EXPECT_EQ((StretchScale{20, 100, minInt}.position(5)), 20);
 }
 
 TEST(Thinning, newsIsATenthAwayOrTheEnd) {
     EXPECT_TRUE(isNews(0, {}));
-    EXPECT_FALSE(isNews(Infinity, {}) || isNews(std::nan(""), {}) || isNews(-Infinity, 5.0));
-    const std::pair<double, double> news[] = {{0, 0.1},       {0.2, 0.3},     {0.3, 0.2},
-                                              {99.999, 100},  {100.001, 100}, {99.95, 100.01},
-                                              {-1e308, 1e308}};
-    for (const auto& [last, position] : news) {
-        EXPECT_TRUE(isNews(position, last)) << last << " then " << position;
-    }
-    const std::pair<double, double> none[] = {{0, 0},     {0, 0.099},    {0.3, 0.201},
-                                              {100, 100}, {100, 99.901}, {1e300, 1e300}};
-    for (const auto& [last, position] : none) {
-        EXPECT_FALSE(isNews(position, last)) << last << " then " << position;
-    }
-}
-
-/// The window around `step` holds no news, and ends where news begins.
-void expectExactWindow(const StretchScale& scale, int step, double last) {
-    const StepWindow window = quietSteps(scale, step, last);
-    const auto isQuiet = [&](std::int64_t at) {
-        const double position = scale.position(static_cast<int>(at));
-        return std::isfinite(position) && !isNews(position, last);
-    };
-    ASSERT_EQ(window.contains(step), isQuiet(step));
-    // Distances that double from the step on reach every size of window; around its ends, which a
-    // search finds, every step counts.
-    for (const int direction : {-1, 1}) {
-        bool quietSoFar = isQuiet(step);
-        std::int64_t lastInside = step;
-        for (std::int64_t distance = 1; distance < std::int64_t{1} << 33; distance *= 2) {
-            const std::int64_t at = step + direction * distance;
-            if (at < MinInt || at > MaxInt) {
-                break;
-            }
-            quietSoFar = quietSoFar && isQuiet(at);
-            ASSERT_EQ(window.contains(static_cast<int>(at)), quietSoFar) << at;
-            lastInside = quietSoFar ? at : lastInside;
-        }
-        for (std::int64_t at = lastInside, n = 0;
-             n < 200 && at >= MinInt && at <= MaxInt && quietSoFar; at += direction, ++n) {
-            ASSERT_EQ(window.contains(static_cast<int>(at)), isQuiet(at)) << at;
-        }
+    EXPECT_FALSE(isNews(infinity, {}) || isNews(std::nan(""), {}) || isNews(-infinity, 5.0));
+    const struct {
+        double last;
+        double position;
+        bool news;
+    } cases[] = {{0, 0.1, true},        {0.2, 0.3, true},      {0.3, 0.2, true},
+                 {99.999, 100, true},   {100.001, 100, true},  {99.95, 100.01, true},
+                 {-1e308, 1e308, true}, {0, 0, false},         {0, 0.099, false},
+                 {0.3, 0.201, false},   {100, 100, false},     {100, 99.901, false},
+                 {1e300, 1e300, false}, {100, 100.099, false}, {100.05, 100.01, false}};
+    for (const auto& [last, position, news] : cases) {
+        EXPECT_EQ(isNews(position, last), news) << last << " then " << position;
     }
 }
 
-TEST(Thinning, quietStepsAreExactlyThoseWithoutNews) {
+// Three random stretches at a time, with steps from anywhere, one by one or in strides, up or down.
+TEST(Thinning, skipsNothingButWhatIsNotNews) {
     std::mt19937_64 random(4711);
-    const auto pick = [&](auto low, auto high) {
+    const auto oneIn = [&](unsigned count) { return random() % count == 0; };
+    const auto real = [&](double low, double high) {
         return std::uniform_real_distribution<double>(low, high)(random);
     };
-    for (int round = 0; round < 20'000; ++round) {
-        const auto steps = static_cast<int>(std::exp(pick(0, 21.4)));
-        StretchScale scale{pick(-10, 110), pick(-10, 110), steps};
-        if (round % 4 == 0) { // a stretch of a run with many files
-            scale.end = scale.start + pick(-0.5, 0.5);
+    const auto position = [&](double usual) {
+        static constexpr std::array<double, 10> odd{100,   99.95,  100.05, -0.0,     1e12,
+                                                    1e300, -1e308, 1e308,  infinity, NAN};
+        return oneIn(9) ? odd[random() % odd.size()] : usual;
+    };
+    std::optional<double> last; // by the plain definition
+    Thinning thinning;
+    std::array<std::unique_ptr<Stretch>, 3> stretches;
+    std::array<StretchScale, 3> scales{};
+    int skipped = 0;
+    int delivered = 0;
+    for (int round = 0; round < 30'000; ++round) {
+        auto& stretch = stretches[round % 3];
+        StretchScale& scale = scales[round % 3];
+        if (!stretch || oneIn(3)) {
+            const double start = oneIn(3) ? 0 : position(real(-10, 110));
+            const double end = oneIn(2) ? 100 : position(start + real(-1, 2));
+            scale = {start, end, oneIn(9) ? 0 : static_cast<int>(std::exp(real(0, 21.4)))};
+            stretch = std::make_unique<Stretch>(thinning, scale);
         }
-        const auto step = static_cast<int>(pick(0, steps));
-        const double last = round % 3 == 0 ? 100 : scale.position(step) + pick(-0.2, 0.2);
-        ASSERT_NO_FATAL_FAILURE(expectExactWindow(scale, step, last))
-            << scale.start << " to " << scale.end << " in " << steps << ", step " << step
-            << ", last " << last;
+        const std::array<double, 4> begins{0, minInt, maxInt - 20, real(-1e3, scale.steps)};
+        auto step = static_cast<std::int64_t>(begins[random() % begins.size()]);
+        const auto stride =
+            oneIn(2) ? 1 : static_cast<std::int64_t>(1 + real(0, scale.steps / 5e3));
+        const auto direction = oneIn(4) ? -stride : stride;
+        for (auto left = random() % 300; left > 0 && step >= minInt && step <= maxInt; --left) {
+            const int now = static_cast<int>(step);
+            std::optional<double> expected;
+            if (isNews(scale.position(now), last)) {
+                expected = last = scale.position(now);
+            }
+            const bool quiet = stretch->isQuiet(now);
+            ASSERT_EQ(quiet ? std::nullopt : stretch->reach(now), expected)
+                << scale.start << " to " << scale.end << " in " << scale.steps << ", step " << now;
+            skipped += quiet ? 1 : 0;
+            delivered += expected ? 1 : 0;
+            step += oneIn(50) ? -3 * direction : direction;
+        }
     }
+    EXPECT_GT(skipped, 1'000'000);
+    EXPECT_GT(delivered, 200'000);
 }
 
-TEST(Thinning, quietStepsAtTheEndsOfInt) {
-    // Where all steps are quiet, the window holds all but one.
-    const StepWindow all = quietSteps({5, 5, 10}, 3, 5);
-    EXPECT_TRUE(all.contains(MinInt) && all.contains(-1) && all.contains(MaxInt - 1));
+TEST(Thinning, nearlyAllStepsAreSkipped) {
     for (const StretchScale& scale :
-         {StretchScale{0, 100, 1}, StretchScale{99.95, 100, 2}, StretchScale{0, 1e308, 3},
-          StretchScale{-8e307, 8e307, 5}, StretchScale{-1e308, 1e308, 5},
-          StretchScale{std::nan(""), 1, 1}}) {
-        for (const int step : {MinInt, -1, 0, 1, MaxInt}) {
-            for (const double last : {0.0, 7.0, 100.0, 1e308}) {
-                expectExactWindow(scale, step, last);
+         {StretchScale{0, 100, 1'000'000}, StretchScale{99, 100, 1'000'000},
+          StretchScale{100, 0, 1'000'000}, StretchScale{7, 7, 1'000'000}, StretchScale{7, 9, 0}}) {
+        Thinning thinning;
+        Stretch stretch(thinning, scale);
+        int reached = 0;
+        for (int step = 0; step <= 1'000'000; ++step) {
+            if (!stretch.isQuiet(step)) {
+                static_cast<void>(stretch.reach(step));
+                ++reached;
             }
         }
+        EXPECT_LE(reached, 4002) << scale.start << " to " << scale.end;
     }
 }
 

@@ -42,7 +42,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// All bytes of a file; a text that no test expects when it cannot be opened.
+/// All bytes of a file, or an error text if it cannot be opened.
 inline std::string readBytes(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {

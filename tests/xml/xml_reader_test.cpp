@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <iostream>
 #include <sstream>
 
@@ -15,24 +14,40 @@ namespace {
 using Names = std::vector<std::string>;
 
 TEST(XmlReaderTest, PathsSelectDataAndAttributes) {
+    const std::string plain = "<cfg><a><b>7</b></a><e id='5&amp;' empty=''/></cfg>";
     const struct {
-        const char* path;
+        std::string text;
+        std::string path;
         bool found;
         const char* value;
-    } cases[] = {
-        {"a/b", true, "7"},       {"A/B", true, "7"},   {"a/b[2]", true, "7"},
-        {"cfg/a/b", false, "-"},  {"", true, ""},       {"a/", true, "7"},
-        {"/b", true, "7"},        {"a//", false, "-"},  {"e/@id", true, "5&"},
-        {"e/@x", false, ""},      {"e/@", true, "id"},  {"e/@empty", false, ""},
-        {"none/@id", false, "-"}, {"@id", false, "-"},  {"e/@id/x", false, "-"},
-        {"e", true, ""},          {"a/b/@", false, ""},
-    };
-    XMLReader reader;
-    ASSERT_TRUE(reader.setString("<cfg><a><b>7</b></a><e id='5&amp;' empty=''/></cfg>"));
-    for (const auto& [path, found, value] : cases) {
+    } cases[] = {{plain, "a/b", true, "7"},
+                 {plain, "A/B[2]", true, "7"},
+                 {plain, "a b/b=c", true, "7"},
+                 {plain, "cfg/a/b", false, "-"},
+                 {plain, "", true, ""},
+                 {plain, "a/", true, "7"},
+                 {plain, "e/@ID", true, "5&"},
+                 {plain, "e/@x", false, ""},
+                 {plain, "e/@", true, "id"},
+                 {plain, "e/@empty", false, ""},
+                 {plain, "none/@id", false, "-"},
+                 {plain, "e/@id/x", false, "-"},
+                 {"<r><a x='&lt;&amp;lt;&quot;&apos;&gt;&#65;&LT;&lt'/></r>", "a/@x", true,
+                  "<&lt;\"'>&#65;&LT;&lt"},
+                 {"<r><a x y '2'/></r>", "a/@x", true, "2"},
+                 {"<r><a\n x\t=\r'1'/></r>", "a/@x[3]", true, "1"},
+                 {"<r><a z='>' x='1'/></a></r>", "a/@x", true, "1"},
+                 {"<r><a>a &lt; b &amp;amp; &#65; &</a></r>", "a", true, "a < b &amp; &#65; &"},
+                 {"<r><a> \n<![CDATA[x<y&lt;]]> more ]]></a></r>", "a", true, "x<y&lt;"},
+                 {"<r><a><![CDATA[x>]]</a>]]></a></r>", "a", true, "x>]]</a>"}};
+    for (auto [text, path, found, value] : cases) {
+        XMLReader reader;
+        ASSERT_TRUE(reader.setString(text)) << text;
         std::string is = "-";
-        EXPECT_EQ(reader.getString(path, is), found) << path;
-        EXPECT_EQ(is, value) << path;
+        EXPECT_EQ(reader.getString(path, is), found) << path << " in " << text;
+        EXPECT_EQ(is, value) << path << " in " << text;
+        EXPECT_EQ(reader.getString(path, path), found) << "with the path as the value";
+        EXPECT_TRUE(*value == '-' || path == value) << path;
     }
 }
 
@@ -55,7 +70,7 @@ TEST(XmlReaderTest, NumbersConvertOrFail) {
     EXPECT_EQ(whole, 42) << "unchanged";
 }
 
-TEST(XmlReaderTest, ListsTheNamesBelow) {
+TEST(XmlReaderTest, ListsTheNamesOfChildren) {
     const Names all = {"Kestrune", "kestrune", "TavelReffModule", "Other"};
     const struct {
         const char* path;
@@ -75,6 +90,10 @@ TEST(XmlReaderTest, ListsTheNamesBelow) {
         EXPECT_FALSE(reader.getItemsBelow("none", items, type));
         EXPECT_EQ(items, names) << "unchanged";
     }
+    ASSERT_TRUE(reader.setString("<p><modules><TavelReffModule/><Kestrune/></modules></p>"));
+    Names items = {"Kestrune", "modules"};
+    EXPECT_TRUE(reader.getItemsBelow(items[1], items, items[0]));
+    EXPECT_EQ(items, (Names{"TavelReffModule", "Kestrune"})) << "with arguments from `items`";
 }
 
 TEST(XmlReaderTest, LoadsTextsAndFiles) {
@@ -82,20 +101,15 @@ TEST(XmlReaderTest, LoadsTextsAndFiles) {
     XMLReader reader;
     CMarkupSTL document;
     const std::string path = directory.write("file.xml", "<r><e id=\"5\"/></r>");
-    EXPECT_TRUE(XMLReader::checkFile(path) && reader.setFile(path) &&
-                XMLReader::setFile(path, &document));
+    EXPECT_TRUE(reader.setFile(path) && XMLReader::setFile(path, &document));
     EXPECT_EQ(reader.getSubDocument("e"), "<e id=\"5\"/>");
     EXPECT_EQ(reader.getSubDocument("none"), "");
-    ASSERT_EQ(directory.write("file.xml", "<!-- no element -->"), path);
-    EXPECT_FALSE(XMLReader::checkFile(path) || reader.setFile(path) ||
-                 XMLReader::setFile(path, &document));
+    EXPECT_FALSE(reader.setFile(directory.write("empty.xml", "<!-- no element -->")));
     EXPECT_EQ(reader.getSubDocument(""), "");
-    std::filesystem::remove(path);
-    EXPECT_FALSE(XMLReader::checkFile(path) || XMLReader::setFile(path, nullptr));
     EXPECT_TRUE(reader.setString(std::string("<a/>\0<", 6)));
 }
 
-TEST(XmlReaderTest, TheStaticTraversalGoesOnFromWhereTheDocumentStands) {
+TEST(XmlReaderTest, TheStaticTraversalStartsAtTheCurrentPosition) {
     CMarkupSTL document;
     ASSERT_TRUE(document.setDocument("<r><a n='1'><a n='2'/></a></r>"));
     EXPECT_TRUE(XMLReader::traversePath("a", &document));
@@ -105,7 +119,7 @@ TEST(XmlReaderTest, TheStaticTraversalGoesOnFromWhereTheDocumentStands) {
     EXPECT_FALSE(XMLReader::traversePath("a", &document));
     document.resetPosition();
     EXPECT_FALSE(XMLReader::traversePath("a/none", &document));
-    EXPECT_EQ(document.getAttribute("n"), "1") << "as deep as it got";
+    EXPECT_EQ(document.getAttribute("n"), "1") << "the depth that was reached";
     EXPECT_FALSE(XMLReader::traversePath("a", nullptr));
 }
 

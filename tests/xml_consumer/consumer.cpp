@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Reaches what the library keeps for classes that derive from its own.
+/// Calls the protected operation of the library's class.
 class Reader : public veldtrim::XMLReader {
 public:
     [[nodiscard]] bool has(const std::string& path) const { return traversePath(path); }

@@ -1,4 +1,4 @@
-/// The model boundaries of one run: the area that elevation points are clipped to.
+/// The model boundaries of one run: the area to which elevation points are clipped.
 #pragma once
 
 #include "boundary/boundary_polygon.h"
@@ -14,10 +14,10 @@
 
 namespace veldtrim {
 
-/// A flat list of polygons over one table of vertices, in reading order.
+/// A list of polygons and their common table of vertices, both in the order of the file.
 ///
-/// All polygons are areas to include, of equal standing: no holes, no exclusions. Coordinates are
-/// in the units of the boundary file. For one thread.
+/// Every polygon includes its area; there are no holes. Coordinates are in the units of the
+/// boundary file. Not thread-safe.
 class BoundaryModel {
 public:
     void clearVertices();
@@ -29,25 +29,26 @@ public:
     /// Appends a vertex and returns its index.
     std::int32_t addVertex(BoundaryVertex vertex);
 
-    /// Appends a copy of `polygon`, whose indices must name vertices of this model.
+    /// Appends a copy of `polygon`, whose indices must be those of vertices of this model.
     void addPolygon(const BoundaryPolygon& polygon);
 
     [[nodiscard]] const std::vector<BoundaryPolygon>& polygons() const { return polygons_; }
     [[nodiscard]] const std::vector<BoundaryVertex>& vertices() const { return vertices_; }
 
-    /// Whether at least one polygon holds the point, inside or on its boundary.
+    /// Whether the point is inside or on the boundary of at least one polygon.
     ///
-    /// Not a read-only query: data derived from the polygons is built when it is first needed. The
-    /// time of a query then hardly depends on how many vertices and polygons there are.
+    /// Not const, because data derived from the polygons, such as the index, is built when it is
+    /// first needed. From then on, the time of a query hardly depends on the size of the model.
     bool isInBoundary(const ElevationPoint& point) {
         return locate(point) != PointLocation::Outside;
     }
 
-    /// Where the point lies with respect to a polygon that holds it, or `Outside`. As isInBoundary.
+    /// Where the point lies with respect to one of the polygons that contain it, or `Outside` if
+    /// there is none. Not const, like isInBoundary.
     PointLocation locate(const ElevationPoint& point);
 
-    /// `locate` for each of `points`, to the element of `locations` with the same position; there
-    /// must be as many. With many polygons or vertices faster than one after the other.
+    /// Stores the result of `locate` for each of `points` in the element of `locations` with the
+    /// same position; both must have the same size. Faster than single calls for large models.
     void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations);
 
 private:

@@ -1,4 +1,4 @@
-/// The status-message library as tests link it: nothing is delivered, everything is recorded.
+/// A status-message library for tests: it delivers nothing and records everything.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@
 
 namespace veldtrim::pulsenote_recorder {
 
-/// One thing that the library was told. Fields that its kind does not have keep their zeros.
+/// One call of the library. Fields that do not apply to its kind keep their defaults.
 struct Event {
     std::string kind;
     int code = 0;
@@ -16,7 +16,7 @@ struct Event {
     bool flag = false; ///< the pipe mode, for an instance
     double start = 0;
     double end = 0;
-    int steps = 0; ///< of a stretch, or the one that is reported
+    int steps = 0; ///< the number of steps of a stretch, or the step that was reached
 
     bool operator==(const Event&) const = default;
 };
@@ -32,16 +32,16 @@ Event progressEnd();
 
 std::ostream& operator<<(std::ostream& out, const Event& event);
 
-/// What was recorded since the start or the last `clear`, in order.
+/// The events since the start or the last `clear`, in order.
 const std::vector<Event>& events();
 
-/// Forgets all events, records steps again, and no longer tells anybody of them.
+/// Removes all events and the observer, and records steps again.
 void clear();
 
-/// Whether single steps become events. Without them, a run of any length can be recorded.
+/// Whether single steps are recorded. Without them, a run of any length can be recorded.
 void recordSteps(bool recorded);
 
-/// Calls `observer` at each step, before it is recorded.
+/// Calls `observer` for each step before it is recorded.
 void tellSteps(std::function<void(int step)> observer);
 
 } // namespace veldtrim::pulsenote_recorder

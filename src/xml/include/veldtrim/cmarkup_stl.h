@@ -1,3 +1,4 @@
+/// An XML document: its text, an index of its elements, and navigation between them.
 #pragma once
 
 #include "veldtrim/xml_export.h"
@@ -12,8 +13,8 @@ namespace veldtrim {
 
 class AttributeSearch;
 
-/// One element of the index: byte offsets into the document text, and links to other elements by
-/// their place in the index. Link 0 means none; as `parent` it means the document.
+/// One element of a document: byte offsets into the text, and links to other elements, which are
+/// their positions in the index. The link 0 means none; as `parent`, it means the document.
 struct ElementPosition {
     std::int32_t startLeft = 0;   ///< "<" that opens the start tag
     std::int32_t startRight = 0;  ///< ">" that closes the start tag
@@ -26,25 +27,24 @@ struct ElementPosition {
     [[nodiscard]] bool isEmptyElement() const { return endLeft == startRight - 1; }
 };
 
-/// One XML document: its text, byte for byte, and an index of its elements.
+/// One XML document: its unchanged text and an index of its elements.
 ///
 /// The parser does not validate. It indexes the first top-level element and everything inside it,
 /// skips comments, processing instructions, CDATA sections and document type declarations, and
-/// stops at the first fault. Attribute values, character data and names are cut out of the text
-/// when they are asked for. No encoding is looked at; names match without regard to the case of
-/// ASCII letters.
+/// stops at the first error. Attribute values, character data and names are extracted from the text
+/// on demand. The encoding is ignored. Names match regardless of the case of ASCII letters. A ">"
+/// ends a start tag even inside a quoted value, and attribute values must be quoted.
 ///
-/// Three positions move over the index: the main position is the current element, the child
-/// position one of its children, the parent position its parent. Typical use: load, then
-/// `findChildElement` in a loop, `getChildAttribute`, `intoElement` to descend, `outOfElement` to
-/// come back. A ">" ends a start tag also inside a quoted value, and attribute values must be
-/// quoted.
+/// A document has three positions: the main position is the current element, the child position is
+/// one of its children, and the parent position is its parent. Typical use: load a document, call
+/// `findChildElement` in a loop, read values with `getChildAttribute`, descend with `intoElement`
+/// and return with `outOfElement`.
 ///
-/// Requested names match an element or attribute name also when they go on after it with a space,
-/// "=", "/" or "[": `group[2]` finds `group`.
+/// A requested name also matches an element or attribute name if it continues after that name with
+/// a space, "=", "/" or "[": `group[2]` finds `group`.
 ///
-/// Texts of 2 GiB or more are refused. Nothing is printed, and no input raises an exception; only
-/// memory that cannot be had does. For one thread at a time: even queries share state.
+/// Texts of 2 GiB or more are refused. Nothing is printed. The only exceptions are those for a lack
+/// of memory. Not thread-safe: even const queries share state.
 class VELDTRIM_XML_API CMarkupSTL {
 public:
     /// An empty document.
@@ -53,57 +53,58 @@ public:
     CMarkupSTL(const CMarkupSTL&) = delete;
     CMarkupSTL& operator=(const CMarkupSTL&) = delete;
 
-    /// Reads the whole file and parses it as `setDocument` does. Also false, without a message, for
-    /// a path that is no regular file, cannot be read, is empty, or holds 2 GiB or more. False
-    /// always leaves an empty document.
+    /// Reads the whole file and parses it as `setDocument` does. Also returns false, without a
+    /// parse error, if the path is not that of a regular file, or if the file cannot be read, is
+    /// empty or has 2 GiB or more. After a failure the document is empty.
     bool loadFile(const char* filePath);
 
-    /// Replaces the document by `text`, up to its NUL, and parses it; a null pointer is the empty
-    /// text. True when a root element was parsed; on false the document has no elements, and
-    /// `getParseError` says why, unless the text is empty or begins with an end tag. Positions are
-    /// reset.
+    /// Replaces the document with `text` and parses it. A null pointer means the empty text. Resets
+    /// the positions. Returns whether a root element was parsed. After a failure the document has
+    /// no elements, and `getParseError` gives the reason, unless the text is empty or its first tag
+    /// is an end tag.
     bool setDocument(const char* text);
 
     /// Clears the three positions: the next search starts at the root element.
     void resetPosition();
 
-    /// Makes the next child of the main position with this name, after the child position, the
-    /// child position. A null or empty name means any. From cleared positions the root element
-    /// becomes the main position first, whatever its name. False when there is none; the positions
-    /// then stay, apart from that first step.
+    /// Moves the child position to the next child of the main position with this name. A null or
+    /// empty name matches any child. If the positions are cleared, the root element becomes the
+    /// main position first, whatever its name. Returns false if there is no such child; the
+    /// positions then do not change any further.
     bool findChildElement(const char* name);
 
-    /// Descends: the child position becomes the main position, without a child position. Without a
-    /// main position nothing changes.
+    /// Descends: the child position becomes the main position, and the child position is cleared.
+    /// Without a main position, nothing changes.
     void intoElement();
 
-    /// Climbs: the main position becomes the child position, its parent the main position. At the
-    /// top nothing changes.
+    /// Ascends: the main position becomes the child position, and its parent the main position. At
+    /// the top, nothing changes.
     void outOfElement();
 
-    /// Value of an attribute of the main position, entities decoded. Empty when there is no such
-    /// attribute, its value is not quoted, or the name is null. An empty name asks for the name of
-    /// the first attribute.
+    /// Value of an attribute of the main position, with entities decoded. Empty if the attribute
+    /// does not exist, its value is not quoted, or `name` is null. If `name` is empty, the result
+    /// is the name of the first attribute.
     [[nodiscard]] std::string getAttribute(const char* name) const;
 
     /// The same for the child position.
     [[nodiscard]] std::string getChildAttribute(const char* name) const;
 
-    /// The same as it stands in the text, entities and all, valid as long as the document. Where
-    /// quotes are left open, many elements can share one value, however long: callers that ask all
-    /// of them know by the place of the view which value they have seen.
+    /// The same as written in the text, without decoding entities. Valid until the document
+    /// changes. If quotes are not closed, many elements can share one long value; the address of
+    /// the view then shows whether two values are the same.
     [[nodiscard]] std::string_view getChildAttributeSource(const char* name) const;
 
-    /// Character data of the main position: the first CDATA section as it stands if the content
-    /// begins with one, else the whole content, entities decoded. Empty for an element that has
-    /// child elements. The entities are lt, gt, amp, apos and quot; others stay as written.
+    /// Character data of the main position. If the content begins with a CDATA section, the result
+    /// is that section as written; otherwise it is the whole content, with entities decoded. Empty
+    /// if the element has child elements. The entities lt, gt, amp, apos and quot are decoded, no
+    /// others.
     [[nodiscard]] std::string getData() const;
 
-    /// Name of the child position as written; empty without one.
+    /// Name of the child position as written; empty if there is no child position.
     [[nodiscard]] std::string getChildTagName() const;
 
     /// Text of the main position from the "<" of its start tag through the ">" of its end tag;
-    /// empty without one.
+    /// empty if there is no main position.
     [[nodiscard]] std::string getElementMarkup() const;
 
     /// The last parse error of this object. A later success does not clear it.
@@ -112,8 +113,8 @@ public:
     /// The document's text.
     [[nodiscard]] const std::string& getDocText() const { return docText; }
 
-    /// The index. Place 0 is the document, its `firstChild` the root element or 0; elements follow
-    /// in document order, as many as the links reach. What lies behind them is unused.
+    /// The index. Position 0 is the document; its `firstChild` is the root element, or 0. The
+    /// elements follow in document order. Positions that no link reaches are unused.
     [[nodiscard]] const std::vector<ElementPosition>& getElements() const { return elements; }
 
 private:
@@ -144,7 +145,7 @@ private:
     std::int32_t mainPos = 0;
     std::int32_t childPos = 0;
     std::int32_t freePos = 1;
-    std::int32_t nodeKind = 0; ///< 1 when the main position is an element
+    std::int32_t nodeKind = 0; ///< 1 if the main position is an element
     std::unique_ptr<AttributeSearch> attributeSearch;
 };
 

@@ -1,8 +1,8 @@
+/// VELDTRIM_XML_API marks the classes that the XML library exports if it is a shared library (a DLL
+/// on Windows). The build defines VELDTRIM_XML_SHARED for the library and for every program that
+/// links it, and veldtrim_xml_EXPORTS only for the library. A static library needs no marks.
 #pragma once
 
-/// VELDTRIM_XML_API marks what the XML library shows to other programs when it is built as a shared
-/// library (a DLL on Windows). The build defines VELDTRIM_XML_SHARED for the library and for
-/// whoever links it, veldtrim_xml_EXPORTS for the library alone. A static library needs no marks.
 #if !defined(VELDTRIM_XML_SHARED)
 #define VELDTRIM_XML_API
 #elif !defined(_WIN32)

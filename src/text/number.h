@@ -1,38 +1,26 @@
+/// Numbers in text, read exactly as an input stream reads them, without the stream's cost.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 
-/// Numbers of a text, read as the formatted extraction (`>>`) of an input stream in the classic
-/// locale reads them, without the stream's cost. No operation here throws or allocates.
 namespace veldtrim {
 
-/// What a scan found.
-enum class Scan : std::uint8_t {
-    /// A number; value and stop position are the stream's.
-    Number,
-    /// No number, or one whose treatment is best left to a stream. Says nothing about its verdict:
-    /// the caller repeats the extraction with a stream.
-    Unusual
-};
-
-/// Reads one number from the characters [at, end) as `stream >> value` would: leading white space
-/// of the classic locale (space, \t, \n, \v, \f, \r), a sign, digits with one point, an exponent.
+/// Reads the number that the characters [at, end) begin with, as the formatted extraction (`>>`) of
+/// an input stream over these characters does in the classic locale, whatever the global locale is:
+/// leading white space, a sign, digits with one point, an exponent. A NUL is a character like any
+/// other.
 ///
-/// On `Scan::Number` a stream over [at, end) would have delivered a value of the same bits with
-/// neither its fail nor its bad state set, `at` is moved to the character where the stream would
-/// have stopped, and `at == end` exactly when the stream would have set its end-of-file state. A
-/// NUL is a character like any other.
-///
-/// On `Scan::Unusual` `at` and `value` are unchanged. That is the answer for everything on which a
-/// stream fails, and, rarely, for numbers that it would read: followed directly by a letter, a sign
-/// or another point, out of range or too small for the type, or longer than 600 characters.
-[[nodiscard]] Scan scanDecimal(const char*& at, const char* end, double& value) noexcept;
-[[nodiscard]] Scan scanDecimal(const char*& at, const char* end, float& value) noexcept;
+/// Returns true when the extraction sets neither the stream's fail nor its bad state. `value` has
+/// the bits that the stream leaves in it, also on false, and `at` moves to the character where the
+/// stream stops. `at == end` exactly when the stream sets its end-of-file state. Throws
+/// std::bad_alloc only, and only for numbers that are unusual or none.
+[[nodiscard]] bool readNumber(const char*& at, const char* end, double& value);
+[[nodiscard]] bool readNumber(const char*& at, const char* end, float& value);
 
 /// The same for a decimal integer: white space, a sign, digits.
-[[nodiscard]] Scan scanInteger(const char*& at, const char* end, std::int32_t& value) noexcept;
+[[nodiscard]] bool readNumber(const char*& at, const char* end, std::int32_t& value);
 
 namespace detail {
 
@@ -45,24 +33,25 @@ inline bool isDigit(char c) noexcept {
     return static_cast<unsigned char>(c - '0') < 10;
 }
 
+/// White space of the classic locale: space, \t, \n, \v, \f, \r.
 inline bool isBlank(char c) noexcept {
     return c == ' ' || static_cast<unsigned char>(c - '\t') < 5;
 }
 
-/// Streams differ in what they make of a number with such a character right after it; an exponent
-/// begins with one.
+/// Whether a stream may go on reading at such a character right after a number, or fail because of
+/// it. An exponent begins with one.
 inline bool isDoubtfulAfterNumber(char c) noexcept {
     return static_cast<unsigned char>((static_cast<unsigned char>(c) | 0x20U) - 'a') < 26 ||
            c == '+' || c == '-' || c == '.';
 }
 
-/// scanDecimal for numbers of any form.
-[[nodiscard]] Scan scanAnyDecimal(const char*& at, const char* end, double& value) noexcept;
+/// readNumber for numbers of any form.
+[[nodiscard]] bool readAnyNumber(const char*& at, const char* end, double& value);
 
 } // namespace detail
 
 // The usual number, at most 18 digits without an exponent, is read here, where it can be inlined.
-inline Scan scanDecimal(const char*& at, const char* end, double& value) noexcept {
+inline bool readNumber(const char*& at, const char* end, double& value) {
     const char* now = at;
     while (now != end && detail::isBlank(*now)) {
         ++now;
@@ -88,7 +77,7 @@ inline Scan scanDecimal(const char*& at, const char* end, double& value) noexcep
     constexpr std::uint64_t exactIntegers = std::uint64_t{1} << 53U;
     if (digitCount == 0 || digitCount > mostDigits || digits > exactIntegers ||
         (now != end && detail::isDoubtfulAfterNumber(*now))) {
-        return detail::scanAnyDecimal(at, end, value);
+        return detail::readAnyNumber(at, end, value);
     }
     // W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990): both operands are
     // exact, so the one division rounds correctly.
@@ -96,7 +85,7 @@ inline Scan scanDecimal(const char*& at, const char* end, double& value) noexcep
                              detail::exactPowersOfTen[static_cast<std::size_t>(fractionDigits)];
     value = negative ? -magnitude : magnitude;
     at = now;
-    return Scan::Number;
+    return true;
 }
 
 } // namespace veldtrim

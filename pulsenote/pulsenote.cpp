@@ -1,5 +1,9 @@
-#include "outlet.h"
 #include "pulsenote.h"
+
+#include "outlet.h"
+#include "thinning.h"
+
+#include <new>
 
 using veldtrim::pulsenote::MessageKind;
 using veldtrim::pulsenote::outlet;
@@ -25,4 +29,25 @@ FailedMessage::FailedMessage(int code, const std::string& text) {
 
 ErrorMessage::ErrorMessage(int code, const std::string& text) {
     outlet().sendText(MessageKind::Error, code, text, false);
+}
+
+struct ProgressMessage::Stretch : veldtrim::pulsenote::Stretch {
+    using veldtrim::pulsenote::Stretch::Stretch;
+};
+
+// If there is no memory, the stretch is not reported: lost progress must not end the run.
+ProgressMessage::ProgressMessage(double start, double end, int steps)
+    : stretch_(new (std::nothrow) Stretch(outlet().thinning(), {start, end, steps})) {
+    outlet().beginStretch(start, end, steps);
+}
+
+ProgressMessage::~ProgressMessage() = default;
+
+void ProgressMessage::OnProgress(int step, bool flag) {
+    if (!stretch_ || stretch_->isQuiet(step)) {
+        return;
+    }
+    if (const auto position = stretch_->reach(step)) {
+        outlet().sendProgress(*position, flag);
+    }
 }

@@ -1,4 +1,4 @@
-#include "message_text.h"
+#include "message_lines.h"
 
 #include <array>
 #include <charconv>
@@ -8,20 +8,20 @@ namespace veldtrim::pulsenote {
 
 namespace {
 
-constexpr std::string_view HexDigits = "0123456789abcdef";
-constexpr std::string_view ReplacementCharacter = "\xEF\xBF\xBD";
+constexpr std::string_view hexDigits = "0123456789abcdef";
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
 unsigned char byteAt(std::string_view text, std::size_t index) {
     return static_cast<unsigned char>(text[index]);
 }
 
 void appendHex(std::string& line, unsigned char byte) {
-    line += HexDigits[byte >> 4U];
-    line += HexDigits[byte & 0xFU];
+    line += hexDigits[byte >> 4U];
+    line += hexDigits[byte & 0xFU];
 }
 
-/// The control character that `sequence`, a well-formed one, stands for; -1 for any other
-/// character. Those from 0x80 to 0x9F are two bytes long in UTF-8.
+/// The control character that the well-formed `sequence` encodes, or -1 if it encodes another
+/// character. The control characters from 0x80 to 0x9F have two bytes in UTF-8.
 int controlCharacter(std::string_view sequence) {
     const unsigned char first = byteAt(sequence, 0);
     if (sequence.size() == 1) {
@@ -82,7 +82,7 @@ void appendJsonString(std::string& line, std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = utf8SequenceLength(text);
         if (length == 0) {
-            line += ReplacementCharacter;
+            line += replacementCharacter;
             text.remove_prefix(1);
             continue;
         }
@@ -121,7 +121,7 @@ std::size_t utf8SequenceLength(std::string_view text) {
     if (text.size() < length) {
         return 0;
     }
-    // The second byte's range keeps out overlong forms, surrogates and what lies past U+10FFFF.
+    // The range of the second byte excludes overlong forms, surrogates and values above U+10FFFF.
     const unsigned char lowest = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
     const unsigned char highest = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
     if (byteAt(text, 1) < lowest || byteAt(text, 1) > highest) {
@@ -144,7 +144,7 @@ std::string personLine(MessageKind kind, std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = utf8SequenceLength(text);
         const std::string_view piece = text.substr(0, length == 0 ? 1 : length);
-        // On a terminal that does not speak UTF-8, a lone byte below 0xA0 is a control character.
+        // Terminals that do not use UTF-8 take a lone byte below 0xA0 for a control character.
         const bool isControl = length == 0 ? byteAt(piece, 0) < 0xA0 : controlCharacter(piece) >= 0;
         if (isControl) {
             for (const char c : piece) {
@@ -179,7 +179,7 @@ std::string hostProgressLine(double position, bool flag) {
     if (!std::isfinite(position)) {
         return {};
     }
-    // The shortest form that reads back as the same double; at most 24 characters.
+    // to_chars writes the shortest form that reads back as the same double: up to 24 characters.
     std::array<char, 32> number{};
     // Adding zero turns -0 into 0.
     const auto end = std::to_chars(number.data(), number.data() + number.size(), position + 0.0);
