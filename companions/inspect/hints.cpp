@@ -78,8 +78,8 @@ std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
 }
 
 void addHintsOnBounds(const Report& report, std::vector<std::string>& hints) {
-    const BoundingBox& points = report.pointBounds.box;
-    const BoundingBox& model = report.modelBounds.box;
+    const BoundingBox& points = report.pointBounds;
+    const BoundingBox& model = report.modelBounds;
     if (overlap(points, model) > 0.0) {
         return;
     }

@@ -123,7 +123,7 @@ void remarkOnPolygonsApart(Report& report) {
         const auto& box = polygon.bounds;
         const bool overlaps =
             std::any_of(report.files.begin(), report.files.end(), [&](const FileReport& file) {
-                const auto& other = file.bounds.box;
+                const auto& other = file.bounds;
                 return !file.bounds.isEmpty() && box.xMin <= other.xMax && other.xMin <= box.xMax &&
                        box.yMin <= other.yMax && other.yMin <= box.yMax;
             });
@@ -147,7 +147,7 @@ void inspectFiles(const fs::path& directory, bool withDensity, Inspection& inspe
         FileReport file = inspector.inspect(path);
         report.total.add(file.counts);
         if (!file.bounds.isEmpty()) {
-            report.pointBounds.add(file.bounds.box);
+            report.pointBounds.add(file.bounds);
         }
         if (file.failed && report.failure.empty()) {
             report.failure = "a run would stop at " + file.name + ": " + file.reason;

@@ -1,6 +1,7 @@
 #include "inspect/polygon_finder.h"
 
-#include "inspect/report.h"
+#include "geometry/bounding_box.h"
+#include "geometry/tolerance.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +10,8 @@ namespace veldtrim {
 
 namespace {
 
-/// More than the tolerance of the point test's own look at the bounds.
-constexpr double margin = 1e-5;
+/// More than how far beyond its bounds a polygon holds points.
+constexpr double margin = 10 * pretestTolerance;
 
 constexpr std::size_t mostCellsInARow = 256;
 
@@ -23,41 +24,24 @@ std::size_t cellOf(double value, double low, double high, std::size_t side) {
     return share >= static_cast<double>(side) ? side - 1 : static_cast<std::size_t>(share);
 }
 
-bool isFinite(const BoundingBox& box) {
-    return std::isfinite(box.xMin) && std::isfinite(box.xMax) && std::isfinite(box.yMin) &&
-           std::isfinite(box.yMax);
-}
-
 } // namespace
 
-PolygonFinder::PolygonFinder(const BoundaryModel& model) {
-    PointBounds region;
-    models_.resize(model.polygons().size());
-    for (std::size_t i = 0; i < models_.size(); ++i) {
-        BoundaryPolygon polygon = model.polygons()[i];
-        // A vertex that the ring names twice stays one vertex.
-        const bool namedTwice = polygon.vertexIndices.size() > 1 &&
-                                polygon.vertexIndices.front() == polygon.vertexIndices.back();
-        std::vector<std::int32_t> own;
-        for (const std::int32_t index : polygon.vertexIndices) {
-            own.push_back(models_[i].addVertex(model.vertices()[static_cast<std::size_t>(index)]));
-        }
-        if (namedTwice) {
-            own.back() = own.front();
-        }
-        polygon.vertexIndices = std::move(own);
-        models_[i].addPolygon(polygon);
-        if (isFinite(polygon.bounds)) {
+PolygonFinder::PolygonFinder(const BoundaryModel& model)
+    : polygons_(model.polygons()), indexes_(polygons_.size()), vertices_(&model.vertices()) {
+    BoundingBox region = BoundingBox::empty();
+    for (const BoundaryPolygon& polygon : polygons_) {
+        if (polygon.bounds.isFinite()) {
             region.add(polygon.bounds);
         }
     }
     constexpr std::size_t fewPolygons = 4;
-    if (models_.size() > fewPolygons && !region.isEmpty()) {
-        region_ = region.box;
-        side_ = std::min(mostCellsInARow,
-                         static_cast<std::size_t>(std::sqrt(static_cast<double>(models_.size()))));
+    if (polygons_.size() > fewPolygons && !region.isEmpty()) {
+        region_ = region;
+        side_ =
+            std::min(mostCellsInARow,
+                     static_cast<std::size_t>(std::sqrt(static_cast<double>(polygons_.size()))));
     }
-    sort(model);
+    sort();
 }
 
 std::size_t PolygonFinder::column(double x) const {
@@ -69,7 +53,7 @@ std::size_t PolygonFinder::row(double y) const {
 }
 
 PolygonFinder::Cells PolygonFinder::cellsOf(const BoundingBox& bounds) const {
-    if (!isFinite(bounds)) {
+    if (!bounds.isFinite()) {
         return {0, side_ - 1, 0, side_ - 1};
     }
     return {column(bounds.xMin - margin), column(bounds.xMax + margin), row(bounds.yMin - margin),
@@ -77,12 +61,12 @@ PolygonFinder::Cells PolygonFinder::cellsOf(const BoundingBox& bounds) const {
 }
 
 /// Sorts the polygons into the cells; where large ones would fill too many, into fewer.
-void PolygonFinder::sort(const BoundaryModel& model) {
-    const std::size_t most = 16 * models_.size() + 4096;
+void PolygonFinder::sort() {
+    const std::size_t most = 16 * polygons_.size() + 4096;
     std::size_t members = 0;
     for (;; side_ = std::max<std::size_t>(1, side_ / 2)) {
         members = 0;
-        for (const BoundaryPolygon& polygon : model.polygons()) {
+        for (const BoundaryPolygon& polygon : polygons_) {
             const Cells cells = cellsOf(polygon.bounds);
             members +=
                 (cells.columnHigh - cells.columnLow + 1) * (cells.rowHigh - cells.rowLow + 1);
@@ -92,8 +76,8 @@ void PolygonFinder::sort(const BoundaryModel& model) {
         }
     }
     std::vector<std::vector<std::uint32_t>> sorted(side_ * side_);
-    for (std::size_t i = 0; i < models_.size(); ++i) {
-        const Cells cells = cellsOf(model.polygons()[i].bounds);
+    for (std::size_t i = 0; i < polygons_.size(); ++i) {
+        const Cells cells = cellsOf(polygons_[i].bounds);
         for (std::size_t y = cells.rowLow; y <= cells.rowHigh; ++y) {
             for (std::size_t x = cells.columnLow; x <= cells.columnHigh; ++x) {
                 sorted[y * side_ + x].push_back(static_cast<std::uint32_t>(i));

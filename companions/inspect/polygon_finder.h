@@ -1,6 +1,7 @@
 /// Which polygons hold a point: all of them, each with its verdict.
 #pragma once
 
+#include "boundary/index/lazy_point_index.h"
 #include "boundary/model/boundary_model.h"
 
 #include <cstddef>
@@ -10,9 +11,10 @@
 
 namespace veldtrim {
 
-/// Every polygon of a model as a model of its own, found through a grid over their bounds.
+/// The polygons of a model, found through a grid over their bounds.
 class PolygonFinder {
 public:
+    /// `model` must outlive the finder and stay as it is.
     explicit PolygonFinder(const BoundaryModel& model);
 
     /// The polygons that may hold the point, by their places in the model; no other does.
@@ -20,7 +22,7 @@ public:
 
     /// The point test of the clipping run, for one polygon.
     PointLocation locate(std::uint32_t polygon, const ElevationPoint& point) {
-        return models_[polygon].locate(point);
+        return indexes_[polygon].locate({&polygons_[polygon], 1}, *vertices_, point);
     }
 
 private:
@@ -33,9 +35,11 @@ private:
     [[nodiscard]] std::size_t column(double x) const;
     [[nodiscard]] std::size_t row(double y) const;
     [[nodiscard]] Cells cellsOf(const BoundingBox& bounds) const;
-    void sort(const BoundaryModel& model);
+    void sort();
 
-    std::vector<BoundaryModel> models_;
+    std::vector<BoundaryPolygon> polygons_;
+    std::vector<LazyPointIndex> indexes_; ///< of each polygon
+    const std::vector<BoundaryVertex>* vertices_;
     BoundingBox region_;
     std::size_t side_ = 1; ///< cells in a row and in a column
     std::vector<std::uint32_t> starts_;

@@ -12,8 +12,8 @@ Json json(const BoundingBox& box) {
     return {{"xMin", box.xMin}, {"yMin", box.yMin}, {"xMax", box.xMax}, {"yMax", box.yMax}};
 }
 
-Json json(const PointBounds& bounds) {
-    return bounds.isEmpty() ? Json() : json(bounds.box);
+Json json(const BoundingBox& bounds) {
+    return bounds.isEmpty() ? Json() : json(bounds);
 }
 
 Json json(const RecordCounts& counts) {

@@ -54,7 +54,7 @@ void appendFile(const FileReport& file, std::string& text) {
             lineEnds(file) + '\n';
     text += indent + grouped(file.counts.records) + " records: " + countsText(file.counts) + '\n';
     if (!file.bounds.isEmpty()) {
-        text += indent + boxText(file.bounds.box) + '\n';
+        text += indent + boxText(file.bounds) + '\n';
     }
     for (const UnparsedLine& line : file.firstUnparsed) {
         text += indent + "line " + grouped(line.number) + ": " + line.reason + '\n';
@@ -122,8 +122,8 @@ std::string textOf(const Report& report) {
             grouped(static_cast<std::int64_t>(report.files.size())) +
             " files: " + countsText(report.total) + '\n';
     if (keepsLittle(report) && !report.modelBounds.isEmpty()) {
-        text += "  bounds of the points      " + boxText(report.pointBounds.box) + '\n';
-        text += "  bounds of the boundaries  " + boxText(report.modelBounds.box) + '\n';
+        text += "  bounds of the points      " + boxText(report.pointBounds) + '\n';
+        text += "  bounds of the boundaries  " + boxText(report.modelBounds) + '\n';
     }
     for (const std::string& hint : report.hints) {
         text += "  Look at this: " + hint + '\n';

@@ -3,6 +3,7 @@
 
 #include "boundary/boundary_polygon.h"
 #include "geometry/elevation_point.h"
+#include "geometry/tolerance.h"
 
 #include <cstdint>
 #include <vector>
@@ -11,13 +12,10 @@ namespace veldtrim {
 
 enum class PointLocation : std::int8_t { Outside = -1, OnBoundary = 0, Inside = 1 };
 
-/// Whether the point lies in the polygon's bounds widened by 1e-6 on all four sides: a pretest that
+/// Whether the point lies in the polygon's bounds widened by pretestTolerance on all four sides:
 /// only a point close to the polygon passes.
 inline bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& point) {
-    constexpr double tolerance = 1e-6;
-    const BoundingBox& bounds = polygon.bounds;
-    return bounds.xMin - tolerance <= point.x && point.x <= bounds.xMax + tolerance &&
-           bounds.yMin - tolerance <= point.y && point.y <= bounds.yMax + tolerance;
+    return polygon.bounds.widenedBy(pretestTolerance).contains(point.x, point.y);
 }
 
 /// The exact verdict for a point that has passed boundsContain.

@@ -87,9 +87,9 @@ bool contains(const BoundingBox& outer, const BoundingBox& inner) {
 }
 
 void drawOverview(cairo_t* page, Legend& legend, const Inspection& inspection, const View& view) {
-    const PointBounds whole = boundsOfEverything(inspection.report);
+    const BoundingBox whole = boundsOfEverything(inspection.report);
     const BoundingBox& shown = view.shown;
-    if (whole.isEmpty() || contains(shown, whole.box)) {
+    if (whole.isEmpty() || contains(shown, whole)) {
         return;
     }
     drawHeading(page, "Where this is", legend.x(), legend.y(), textSize);

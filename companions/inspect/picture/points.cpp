@@ -24,11 +24,11 @@ void drawDots(cairo_t* page, const Density& density, Density::Kind kind, const C
     cairo_fill(page);
 }
 
-void drawDots(cairo_t* page, const Density& density, const PointBounds& bounds, const View& view) {
+void drawDots(cairo_t* page, const Density& density, const BoundingBox& bounds, const View& view) {
     if (density.points().empty()) {
         return;
     }
-    const BoundingBox& box = bounds.box;
+    const BoundingBox& box = bounds;
     const double area = (box.xMax - box.xMin) * (box.yMax - box.yMin);
     const auto count = static_cast<double>(density.points().size());
     const double spacing = std::sqrt(area / count) * view.scale;
@@ -98,7 +98,7 @@ void drawImage(cairo_t* page, const Density& density, const View& view) {
 
 } // namespace
 
-void drawPoints(cairo_t* page, const Density& density, const PointBounds& bounds,
+void drawPoints(cairo_t* page, const Density& density, const BoundingBox& bounds,
                 const View& view) {
     if (density.hasAllPoints()) {
         drawDots(page, density, bounds, view);

@@ -9,8 +9,8 @@ namespace veldtrim {
 
 namespace {
 
-bool isDrawable(const PointBounds& bounds) {
-    const BoundingBox& box = bounds.box;
+bool isDrawable(const BoundingBox& bounds) {
+    const BoundingBox& box = bounds;
     return !bounds.isEmpty() && isDrawable(box.xMin) && isDrawable(box.xMax) &&
            isDrawable(box.yMin) && isDrawable(box.yMax);
 }
@@ -29,28 +29,28 @@ bool isDrawable(double value) {
     return std::fabs(value) <= largest;
 }
 
-PointBounds boundsOfEverything(const Report& report) {
-    PointBounds all;
-    for (const PointBounds& bounds : {report.modelBounds, report.pointBounds}) {
+BoundingBox boundsOfEverything(const Report& report) {
+    BoundingBox all = BoundingBox::empty();
+    for (const BoundingBox& bounds : {report.modelBounds, report.pointBounds}) {
         if (isDrawable(bounds)) {
-            all.add(bounds.box);
+            all.add(bounds);
         }
     }
     return all;
 }
 
-PointBounds boundsOfInterest(const Report& report) {
-    const BoundingBox& points = report.pointBounds.box;
-    const BoundingBox& model = report.modelBounds.box;
+BoundingBox boundsOfInterest(const Report& report) {
+    const BoundingBox& points = report.pointBounds;
+    const BoundingBox& model = report.modelBounds;
     const bool meet = isDrawable(report.pointBounds) && isDrawable(report.modelBounds) &&
                       points.xMin <= model.xMax && model.xMin <= points.xMax &&
                       points.yMin <= model.yMax && model.yMin <= points.yMax;
     return meet ? report.pointBounds : boundsOfEverything(report);
 }
 
-View viewOf(const PointBounds& bounds, double longest, double shortest) {
+View viewOf(const BoundingBox& bounds, double longest, double shortest) {
     View view;
-    view.shown = bounds.isEmpty() ? BoundingBox{0.0, 0.0, 1.0, 1.0} : bounds.box;
+    view.shown = bounds.isEmpty() ? BoundingBox{0.0, 0.0, 1.0, 1.0} : bounds;
     BoundingBox& box = view.shown;
     const double extent =
         std::max({box.xMax - box.xMin, box.yMax - box.yMin, std::fabs(box.xMin) * 1e-9, 1e-9});

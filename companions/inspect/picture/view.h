@@ -25,14 +25,14 @@ struct View {
 bool isDrawable(double value);
 
 /// The bounds of all points and polygons that can be drawn.
-PointBounds boundsOfEverything(const Report& report);
+BoundingBox boundsOfEverything(const Report& report);
 
 /// The bounds of the points where they meet those of the polygons, since the polygons do not matter
 /// elsewhere; else of everything.
-PointBounds boundsOfInterest(const Report& report);
+BoundingBox boundsOfInterest(const Report& report);
 
 /// A view of `bounds` with some space around them. Its longer side takes `longest` pixels on the
 /// page and its shorter side at least `shortest`.
-View viewOf(const PointBounds& bounds, double longest, double shortest);
+View viewOf(const BoundingBox& bounds, double longest, double shortest);
 
 } // namespace veldtrim

@@ -2,6 +2,7 @@
 
 #include "boundary/edge_crossing.h"
 #include "boundary/index/edge_queue.h"
+#include "geometry/tolerance.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,12 +13,9 @@ namespace veldtrim {
 
 namespace {
 
-/// Beyond this, coordinates have no fraction left, and products of them could overflow.
-constexpr double largestCoordinate = 1e15;
-
 /// How far beyond its ends a flat polygon holds points: the tolerance of boundsContain, and a
 /// little for its rounding.
-constexpr double flatReach = 1.0001e-6;
+constexpr double flatReach = 1.0001 * pretestTolerance;
 
 /// A cell with no more words than this is not worth splitting.
 constexpr std::size_t leafWords = 5;
@@ -159,10 +157,7 @@ void PointIndexBuilder::setScale() {
     BoundingBox& region = index_.region_;
     const double largest = std::max(std::max(std::abs(region.xMin), std::abs(region.xMax)),
                                     std::max(std::abs(region.yMin), std::abs(region.yMax)));
-    // All errors are a few units in the last place of the largest coordinate: of a crossing
-    // abscissa (at most 16), of a clipped edge (8), of a point's cell (8), of a segment's distance
-    // (8). The margin is 128 of them. Its lower bound covers what underflows near zero.
-    margin_ = std::max(std::ldexp(largest, -46), 1e-150);
+    margin_ = indexMargin(largest);
     index_.margin_ = margin_;
     region = {region.xMin - margin_, region.yMin - margin_, region.xMax + margin_,
               region.yMax + margin_};

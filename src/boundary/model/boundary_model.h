@@ -2,13 +2,11 @@
 #pragma once
 
 #include "boundary/boundary_polygon.h"
-#include "boundary/index/point_index.h"
+#include "boundary/index/lazy_point_index.h"
 #include "boundary/point_location.h"
 #include "geometry/elevation_point.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -45,31 +43,20 @@ public:
 
     /// Where the point lies with respect to one of the polygons that contain it, or `Outside` if
     /// there is none. Not const, like isInBoundary.
-    PointLocation locate(const ElevationPoint& point);
+    PointLocation locate(const ElevationPoint& point) {
+        return index_.locate(polygons_, vertices_, point);
+    }
 
     /// Stores the result of `locate` for each of `points` in the element of `locations` with the
     /// same position; both must have the same size. Faster than single calls for large models.
-    void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations);
+    void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations) {
+        index_.locateEach(polygons_, vertices_, points, locations);
+    }
 
 private:
-    /// locate by its definition: polygon after polygon. Calls `count` with the number of polygons
-    /// or vertices that it is about to look at.
-    template <typename Count>
-    PointLocation walkPolygons(const ElevationPoint& point, Count count);
-
-    /// Builds the index, or goes without where there is no memory for it.
-    void buildIndex();
-
-    /// Drops what was derived from the polygons before they changed.
-    void dropIndex();
-
     std::vector<BoundaryPolygon> polygons_;
     std::vector<BoundaryVertex> vertices_;
-
-    /// Built when the walks so far have cost about what building it costs; shared by copies.
-    std::shared_ptr<const PointIndex> index_;
-    std::size_t stepsWalked_ = 0;
-    bool isLarge_ = false; ///< an index can pay
+    LazyPointIndex index_;
 };
 
 } // namespace veldtrim

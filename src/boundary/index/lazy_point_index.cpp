@@ -1,0 +1,94 @@
+#include "boundary/index/lazy_point_index.h"
+
+#include <cassert>
+#include <new>
+
+namespace veldtrim {
+
+namespace {
+
+/// Models of so few polygons and vertices together are walked faster.
+constexpr std::size_t fewVertices = 24;
+
+/// Vertices that walks look at, for each vertex of the polygons, before the index is built: few
+/// points are not worth it, and for many every walk counts. Building costs about as much as
+/// reading the boundary file has.
+constexpr std::size_t worthBuildingAfter = 4;
+
+/// Polygons and vertices together.
+std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
+    std::size_t size = polygons.size();
+    for (const BoundaryPolygon& polygon : polygons) {
+        size += polygon.vertexIndices.size();
+    }
+    return size;
+}
+
+/// The definition: polygon after polygon. Calls `count` with the number of polygons or vertices
+/// that it is about to look at.
+template <typename Count>
+PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<BoundaryVertex>& vertices,
+                   const ElevationPoint& point, Count count) {
+    for (BoundaryPolygon& polygon : polygons) {
+        count(1);
+        if (boundsContain(polygon, point)) {
+            count(polygon.vertexIndices.size());
+            const PointLocation found = locatePoint(polygon, vertices, point);
+            if (found != PointLocation::Outside) {
+                return found;
+            }
+        }
+    }
+    return PointLocation::Outside;
+}
+
+} // namespace
+
+PointLocation LazyPointIndex::locateByWalk(std::span<BoundaryPolygon> polygons,
+                                           const std::vector<BoundaryVertex>& vertices,
+                                           const ElevationPoint& point) {
+    if (stage_ == Stage::Walked) {
+        return walk(polygons, vertices, point, [](std::size_t) {});
+    }
+    if (stage_ == Stage::Unknown) {
+        const std::size_t size = sizeOf(polygons);
+        stage_ = size > fewVertices ? Stage::Walking : Stage::Walked;
+        stepsLeft_ = worthBuildingAfter * size;
+    }
+    std::size_t steps = 0;
+    const PointLocation found =
+        walk(polygons, vertices, point, [&](std::size_t more) { steps += more; });
+    if (steps <= stepsLeft_) {
+        stepsLeft_ -= steps;
+    } else if (stage_ == Stage::Walking) {
+        build(polygons, vertices);
+    }
+    return found;
+}
+
+void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
+                                const std::vector<BoundaryVertex>& vertices,
+                                std::span<const ElevationPoint> points,
+                                std::span<PointLocation> locations) {
+    assert(points.size() == locations.size());
+    if (index_) {
+        index_->index.locateEach(index_->polygons, index_->vertices, points, locations);
+        return;
+    }
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        locations[i] = locate(polygons, vertices, points[i]);
+    }
+}
+
+void LazyPointIndex::build(std::span<const BoundaryPolygon> polygons,
+                           std::span<const BoundaryVertex> vertices) {
+    try {
+        const std::vector<BoundaryPolygon> own(polygons.begin(), polygons.end());
+        const std::vector<BoundaryVertex> ownVertices(vertices.begin(), vertices.end());
+        index_ = std::make_shared<Built>(own, ownVertices, PointIndex(own, ownVertices));
+    } catch (const std::bad_alloc&) {
+        stage_ = Stage::Walked; // slow is better than not at all
+    }
+}
+
+} // namespace veldtrim
