@@ -86,19 +86,19 @@ void checkPoints(BoundaryModel& model) {
     const PointIndex index(polygons, vertices);
     const std::vector<ElevationPoint> points = pointsToTest(vertices);
     std::vector<PointLocation> fromIndex(points.size());
-    index.locateEach(polygons, vertices, points, fromIndex);
+    index.locateEach(points, fromIndex);
     // The second round meets a model that may have built data of its own by then.
     std::vector<PointLocation> fromModel(points.size());
     for (int round = 0; round < 2; ++round) {
         model.locateEach(points, fromModel);
         for (std::size_t i = 0; i < points.size(); ++i) {
-            const bool walked = veldtrim::fuzz::plainWalk(polygons, vertices, points[i]);
+            const bool walked = veldtrim::test::plainWalk(polygons, vertices, points[i]);
             require(model.isInBoundary(points[i]) == walked, "the model answers as the walk does");
             require((fromModel[i] != PointLocation::Outside) == walked,
                     "the model answers for many points as for one");
             require((fromIndex[i] != PointLocation::Outside) == walked,
                     "the index answers as the walk does");
-            require(index.locate(polygons, vertices, points[i]) == fromIndex[i],
+            require(index.locate(points[i]) == fromIndex[i],
                     "the index answers for many points as for one");
         }
     }

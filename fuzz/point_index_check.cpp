@@ -40,11 +40,11 @@ bool checkModel(ModelGenerator::Kind kind, unsigned seed, Tally& tally) {
     std::vector<ElevationPoint> points(pointsPerModel);
     std::generate(points.begin(), points.end(), [&] { return generator.point(model); });
     std::vector<PointLocation> locations(points.size());
-    index.locateEach(polygons, model.vertices(), points, locations);
+    index.locateEach(points, locations);
     for (std::size_t i = 0; i < points.size(); ++i) {
         const ElevationPoint& point = points[i];
-        const bool walked = veldtrim::fuzz::plainWalk(polygons, model.vertices(), point);
-        const PointLocation alone = index.locate(polygons, model.vertices(), point);
+        const bool walked = veldtrim::test::plainWalk(polygons, model.vertices(), point);
+        const PointLocation alone = index.locate(point);
         if ((alone != PointLocation::Outside) != walked || locations[i] != alone) {
             std::printf("kind %s, seed %u: the walk says %s for %a %a\n",
                         ModelGenerator::name(kind).c_str(), seed, walked ? "inside" : "outside",

@@ -104,7 +104,7 @@ public:
             ElevationPoint point;
             if (header.separator &&
                 veldtrim::fuzz::extractRecord(lines[i], 'x', *header.separator, point) &&
-                veldtrim::fuzz::plainWalk(polygons_, vertices_, point)) {
+                veldtrim::test::plainWalk(polygons_, vertices_, point)) {
                 output += lines[i] + "\n";
                 ++kept;
             }

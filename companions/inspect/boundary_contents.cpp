@@ -23,9 +23,9 @@ std::string describeLoading(const std::string& path, std::string_view parseError
 /// What is wrong with the attribute at fault, which should be `kind`.
 std::string describeAttribute(const BoundaryFault& fault, const char* kind) {
     const std::string name = fault.attribute;
-    return fault.value.empty() ? " has no " + name
-                               : " has " + name + '=' + quoted(fault.value) + ", which is not " +
-                                     kind;
+    return fault.value.empty()
+               ? " has no " + name
+               : " has " + name + '=' + quoted(fault.value) + ", which is not " + kind;
 }
 
 std::string describeFault(const std::string& path, const BoundaryFault& fault) {

@@ -48,7 +48,7 @@ struct PolygonReport {
     std::size_t vertices = 0;
     BoundingBox bounds;
     double area = 0.0;
-    std::int64_t held = 0; ///< records; one that two polygons contain counts for both
+    std::int64_t held = 0;            ///< records; one that two polygons contain counts for both
     std::vector<std::string> remarks; ///< what is odd about the ring; none for a sound one
 };
 

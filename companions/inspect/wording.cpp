@@ -48,8 +48,6 @@ std::string describeSeparator(char separator) {
         return "blank";
     case '\t':
         return "tab";
-    case '\n':
-        return "none";
     default:
         break;
     }

@@ -9,7 +9,7 @@ namespace veldtrim {
 
 namespace {
 
-PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
+inline PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
     const auto [px, py] = point;
 
     std::size_t position = 0;
@@ -57,26 +57,38 @@ PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
     return odd ? PointLocation::Inside : PointLocation::Outside;
 }
 
+PointLocation locateOnSegment(const BoundarySegment& segment, const ElevationPoint& point) {
+    return segment.distanceTo(point.x, point.y) == 0.0 ? PointLocation::OnBoundary
+                                                       : PointLocation::Outside;
+}
+
 } // namespace
 
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
-    if (polygon.vertexIndices.empty()) {
-        return PointLocation::Outside;
-    }
     const Ring ring(polygon, vertices);
-    if (ring.size() <= 1) {
+    if (ring.size() > 2) {
+        return walkRing(ring, point);
+    }
+    if (ring.size() < 2) {
         return PointLocation::Outside;
     }
-    if (ring.size() == 2) {
-        if (polygon.segments.empty()) {
-            polygon.buildSegments(vertices);
-        }
-        return polygon.segments.front().distanceTo(point.x, point.y) == 0.0
-                   ? PointLocation::OnBoundary
-                   : PointLocation::Outside;
+    if (polygon.segments.empty()) {
+        polygon.buildSegments(vertices);
     }
-    return walkRing(ring, point);
+    return locateOnSegment(polygon.segments.front(), point);
+}
+
+PointLocation locatePoint(const BoundaryPolygon& polygon,
+                          const std::vector<BoundaryVertex>& vertices,
+                          const ElevationPoint& point) {
+    const Ring ring(polygon, vertices);
+    if (ring.size() > 2) {
+        return walkRing(ring, point);
+    }
+    return ring.size() < 2
+               ? PointLocation::Outside
+               : locateOnSegment(BoundarySegment(ring.vertex(0), ring.vertex(1)), point);
 }
 
 } // namespace veldtrim

@@ -15,7 +15,9 @@ enum class PointLocation : std::int8_t { Outside = -1, OnBoundary = 0, Inside = 
 /// Whether the point lies in the polygon's bounds widened by pretestTolerance on all four sides:
 /// only a point close to the polygon passes.
 inline bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& point) {
-    return polygon.bounds.widenedBy(pretestTolerance).contains(point.x, point.y);
+    const BoundingBox& bounds = polygon.bounds;
+    return bounds.xMin - pretestTolerance <= point.x && point.x <= bounds.xMax + pretestTolerance &&
+           bounds.yMin - pretestTolerance <= point.y && point.y <= bounds.yMax + pretestTolerance;
 }
 
 /// The exact verdict for a point that has passed boundsContain.
@@ -33,5 +35,9 @@ inline bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& 
 /// polygons", Computational Geometry 20, 2001.
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point);
+
+/// The same verdict, without `segments`.
+PointLocation locatePoint(const BoundaryPolygon& polygon,
+                          const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point);
 
 } // namespace veldtrim

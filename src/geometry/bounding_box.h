@@ -19,18 +19,22 @@ struct BoundingBox {
         return {infinity, infinity, -infinity, -infinity};
     }
 
-    /// Grows to hold the point (x, y). A coordinate that is no number does not count.
+    /// Grows to hold the point (x, y). A side that is not a number gives way to the next
+    /// coordinate.
     constexpr void add(double x, double y) {
-        xMin = x < xMin ? x : xMin;
-        xMax = x > xMax ? x : xMax;
-        yMin = y < yMin ? y : yMin;
-        yMax = y > yMax ? y : yMax;
+        // Not std::min and std::max: where a value is not a number, the operands' order decides.
+        xMin = xMin < x ? xMin : x;
+        xMax = xMax > x ? xMax : x;
+        yMin = yMin < y ? yMin : y;
+        yMax = yMax > y ? yMax : y;
     }
 
     /// Grows to hold `other`; an empty box adds nothing.
     constexpr void add(const BoundingBox& other) {
-        add(other.xMin, other.yMin);
-        add(other.xMax, other.yMax);
+        xMin = other.xMin < xMin ? other.xMin : xMin;
+        xMax = other.xMax > xMax ? other.xMax : xMax;
+        yMin = other.yMin < yMin ? other.yMin : yMin;
+        yMax = other.yMax > yMax ? other.yMax : yMax;
     }
 
     /// The box moved outwards by `reach` on all four sides.
@@ -47,6 +51,10 @@ struct BoundingBox {
 
     [[nodiscard]] constexpr bool contains(double x, double y) const {
         return xMin <= x && x <= xMax && yMin <= y && y <= yMax;
+    }
+
+    [[nodiscard]] constexpr bool contains(const BoundingBox& other) const {
+        return xMin <= other.xMin && other.xMax <= xMax && yMin <= other.yMin && other.yMax <= yMax;
     }
 
     /// Whether the boxes have a point in common; touching is enough.

@@ -33,7 +33,7 @@ struct Record {
 class RecordReader {
 public:
     /// The most lines that are read ahead: what the point test can look at side by side.
-    static constexpr std::size_t capacity = PointIndex::groupSize;
+    static constexpr std::size_t capacity = PointIndex::batchSize;
 
     /// Reads `recordCount` records from `lines`, whose header line, `header`, has been read.
     RecordReader(LineReader& lines, ElevationHeader header, BoundaryModel& model,

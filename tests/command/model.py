@@ -45,14 +45,21 @@ def verdicts(points, rings):
     return [point in held for point in points]
 
 
-def rings_of(boundary):
-    """The rings of a well-formed boundary file, a path."""
-    return [
-        [(Fraction(point.get("x")), Fraction(point.get("y"))) for point in polygon.iter("point")]
-        for group in ElementTree.parse(boundary).getroot().find("TavelDGM").iter("group")
-        if group.get("type") == "boundaries"
-        for polygon in group.iter("polygon")
-    ]
+def node_header(first="n", separator=";", rest=""):
+    """A header of the node format, which says no more than its separator."""
+    return f"{first}12{separator}{rest}"
+
+
+def groups_of(boundary):
+    """The groups of a well-formed boundary file, a path: (type, {id: ring})."""
+    for group in ElementTree.parse(boundary).getroot().find("TavelDGM").iter("group"):
+        yield group.get("type"), {
+            polygon.get("id"): [
+                (Fraction(point.get("x")), Fraction(point.get("y")))
+                for point in polygon.iter("point")
+            ]
+            for polygon in group.iter("polygon")
+        }
 
 
 def clip(scan, rings):
@@ -61,4 +68,4 @@ def clip(scan, rings):
     fields = [re.split(rb"[;,\t ]", record) for record in records]
     points = [(Fraction(x.decode()), Fraction(y.decode())) for x, y, *_ in fields]
     kept = [record for record, held in zip(records, verdicts(points, rings)) if held]
-    return b"".join(line + b"\n" for line in [header, *kept]), len(kept)
+    return b"".join(line + b"\n" for line in [header, *kept])

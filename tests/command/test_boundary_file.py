@@ -2,97 +2,70 @@
 
 import pytest
 from harness import (
-    BOUNDARY_READ, CLIPPING, FAILED, FINISHED, SQUARE_TRACE, SQUARE_XML, START, write_tree
+    ARGUMENTS, KEPT, SQUARE_TRACE, SQUARE_XML, boundary_not_found, clips, rejects_boundary,
+    write_tree
 )
 
-SCAN = "x;y;z\n5;5;1\n"
-READ = "[readin_b_XML:]\n"
-GROUP = f"{READ}Found TavelDGM\nfound group element\ntypestring = boundaries\n"
+FOUND = "Found TavelDGM\n"
 POINT = '<point x="5" y="5" segmenttype="0"/>'
+FIRST = f'<polygon id="1">{POINT}</polygon>'
+FIRST_TRACE = "current polygon id = 1 with type = 0\n ipts= 1 points read for the boundary\n"
+TAKEN = clips({"a.xyz": KEPT}, trace=SQUARE_TRACE)
+NOTHING_KEPT = clips({}, dropped=1, trace=f"[readin_b_XML:]\n{FOUND}     ... finished\n")
+NO_ROOT = rejects_boundary(
+    "Could not find the TavelDGM tag in the boundary file boundary.xml\n"
+)
 
 
-def assert_fails(program, directory, stdout, error, path="boundary.xml", scans="./scans"):
-    given_up = "boundary file does not exist"
-    program.check(
-        directory,
-        [scans, "clipped", path],
-        code=1,
-        stdout=f"{stdout}{given_up}\n",
-        messages=[START, ("error", 1, error), ("error", 2, given_up), FAILED],
-    )
+def broken(polygon, error, trace):
+    """A boundary file whose second polygon is this one, and the run that it ends."""
+    group = f'<group type="boundaries">{FIRST}{polygon}</group>'
+    trace = f"{FOUND}found group element\ntypestring = boundaries\n{FIRST_TRACE}{trace}"
+    return f"<p><TavelDGM>{group}</TavelDGM></p>", rejects_boundary(error, trace)
 
 
-@pytest.mark.parametrize("path", ["boundary.xml", ".", "scans", "missing/boundary.xml", ""])
-def test_not_loaded(program, tmp_path, path):
+def no_id(attribute):
+    polygon = f"<polygon {attribute}>{POINT}</polygon>"
+    return broken(polygon, "Cannot find the id of a polygon in a group of type ", "")
+
+
+def no_point(attributes, number=0):
+    polygon = f'<polygon id="12">{POINT * number}<point {attributes}/></polygon>'
+    error = f"cannot read point {number} in polygon 12\n"
+    return broken(polygon, error, f"current polygon id = 12 with type = 0\n{error}")
+
+
+@pytest.mark.parametrize(
+    "content, outcome",
+    [
+        ("<project><TavelDGM/>", boundary_not_found("boundary.xml")),
+        ("<project/>", NO_ROOT),
+        ("<TavelDGM><group/></TavelDGM>", NO_ROOT),
+        ("<p><q><TavelDGM/></q><TavelDGM2/></p>", NO_ROOT),
+        no_id(""),
+        no_id('id=""'),
+        no_id('id="x1"'),
+        no_id("id=1"),
+        no_id('id="99999999999"'),
+        no_point('x="1.5" y="2"'),
+        no_point('x="1.5" segmenttype="0"'),
+        no_point('y="1.5" segmenttype="0"', 2),
+        no_point('x="" y="2" segmenttype="0"'),
+        no_point('x="1" y="1e999" segmenttype="0"'),
+        no_point('x="1" y="2" segmenttype="none"', 1),
+        no_point('x=1 y=2 segmenttype="0"'),
+        ("<p><TavelDGM/></p>", NOTHING_KEPT),
+        (f"\ufeffbefore{SQUARE_XML}<after\0<", TAKEN),
+        (SQUARE_XML.replace("\n", "\r\n"), TAKEN),
+        (SQUARE_XML.replace("</TavelDGM>", "</TAVELDGM tolerated = '1' >"), TAKEN),
+    ],
+)
+def test_content(program, workspace, content, outcome):
+    write_tree(workspace, {"boundary.xml": content})
+    program.check(workspace, ARGUMENTS, outcome)
+
+
+@pytest.mark.parametrize("path", [".", "scans", "missing/boundary.xml", ""])
+def test_no_file(program, workspace, path):
     """Reported before anybody looks at the workspace, which is missing too."""
-    write_tree(tmp_path, {"scans/a.xyz": SCAN, "boundary.xml": "<project><TavelDGM/>"})
-    error = f"Boundary file named {path} not found"
-    assert_fails(program, tmp_path, f"{READ}{error}\n", error, path, "missing/scans")
-
-
-@pytest.mark.parametrize(
-    "content",
-    ["<project/>", "<TavelDGM><group/></TavelDGM>", "<p><q><TavelDGM/></q><TavelDGM2/></p>"],
-)
-def test_without_root_tag(program, tmp_path, content):
-    write_tree(tmp_path, {"boundary.xml": content})
-    error = "Could not find the TavelDGM tag in the boundary file boundary.xml\n"
-    assert_fails(program, tmp_path, READ, error)
-
-
-@pytest.mark.parametrize("id", ["", 'id=""', 'id="x1"', "id=1", 'id="99999999999"'])
-def test_polygon_without_id(program, tmp_path, id):
-    polygons = f'<polygon id="1">{POINT}</polygon><polygon {id}>{POINT}</polygon>'
-    content = f'<p><TavelDGM><group type="boundaries">{polygons}</group></TavelDGM></p>'
-    write_tree(tmp_path, {"boundary.xml": content})
-    first = "current polygon id = 1 with type = 0\n ipts= 1 points read for the boundary\n"
-    error = "Cannot find the id of a polygon in a group of type "
-    assert_fails(program, tmp_path, GROUP + first, error)
-
-
-@pytest.mark.parametrize("before", [0, 2])
-@pytest.mark.parametrize(
-    "attributes",
-    [
-        'x="1.5" y="2"',
-        'x="1.5" segmenttype="0"',
-        'y="1.5" segmenttype="0"',
-        'x="" y="2" segmenttype="0"',
-        'x="1" y="1e999" segmenttype="0"',
-        'x="1" y="2" segmenttype="none"',
-        'x=1 y=2 segmenttype="0"',
-    ],
-)
-def test_point_that_cannot_be_read(program, tmp_path, attributes, before):
-    polygon = f'<polygon id="12">{POINT * before}<point {attributes}/></polygon>'
-    content = f'<p><TavelDGM><group type="boundaries">{polygon}</group></TavelDGM></p>'
-    write_tree(tmp_path, {"boundary.xml": content})
-    error = f"cannot read point {before} in polygon 12\n"
-    first = "current polygon id = 12 with type = 0\n"
-    assert_fails(program, tmp_path, GROUP + first + error, error)
-
-
-@pytest.mark.parametrize(
-    "content, stdout, keeps",
-    [
-        ("<p><TavelDGM/></p>", f"{READ}Found TavelDGM\n     ... finished\n{BOUNDARY_READ}", False),
-        (f"\ufeffbefore{SQUARE_XML}<after\0<", SQUARE_TRACE, True),
-        (SQUARE_XML.replace("\n", "\r\n"), SQUARE_TRACE, True),
-        (SQUARE_XML.replace("</TavelDGM>", "</TAVELDGM tolerated = '1' >"), SQUARE_TRACE, True),
-    ],
-    ids=["no group", "text around", "CR LF", "end tag"],
-)
-def test_taken(program, tmp_path, content, stdout, keeps):
-    write_tree(tmp_path, {"scans/a.xyz": SCAN, "boundary.xml": content})
-    program.check(
-        tmp_path,
-        ["./scans", "clipped", "boundary.xml"],
-        code=0,
-        stdout=stdout,
-        messages=[START, CLIPPING, FINISHED],
-        created={
-            "clipped": None,
-            "clipped/total_node_count.txt": f"{keeps:d}\n",
-            **({"clipped/a.xyz": SCAN} if keeps else {}),
-        },
-    )
+    program.check(workspace, ["missing/scans", "clipped", path], boundary_not_found(path))

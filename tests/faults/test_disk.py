@@ -1,25 +1,35 @@
 """A disk or a file that takes no more."""
 
+import os
 import resource
+import subprocess
 
 import pytest
-from harness import CLIPPING, FAILED, FINISHED, START
+from harness import ARGUMENTS, messages
 from workspace import (
-    ARGUMENTS,
-    PAGE,
-    assert_inputs_unchanged,
-    assert_whole_lines,
-    kept,
-    scan,
-    write_workspace,
+    PAGE, assert_beginning, assert_inputs_unchanged, kept, scan, write_workspace
 )
 
-LARGE = scan(30_000)
-SMALL = scan(200)
+LARGE = {"a.xyz": scan(30_000)}
+SMALL = {"a.xyz": scan(200)}
 
 
-def fill(disk, leave):
-    """Fills the disk but for so many bytes, whole pages of which count."""
+@pytest.fixture
+def disk(tmp_path):
+    """A workspace on a file system in memory of 256 KiB; its scans are elsewhere."""
+    disk = tmp_path / "disk"
+    disk.mkdir()
+    mount = ["mount", "-t", "tmpfs", "-o", "size=256k", "veldtrim-test", disk]
+    if os.geteuid() != 0 or subprocess.run(mount, capture_output=True).returncode != 0:
+        pytest.skip("mounting a small disk needs privileges")
+    (disk / "scans").symlink_to(tmp_path / "scans")
+    yield disk
+    subprocess.run(["umount", disk], check=True)
+
+
+def run_on_full(program, disk, scans, leave):
+    """A run on the disk, which is full but for so many bytes, whole pages of which count."""
+    write_workspace(disk.parent, scans)
     with open(disk / "filler", "wb", buffering=0) as file:
         size = 0
         try:
@@ -27,56 +37,41 @@ def fill(disk, leave):
                 size += file.write(b"\0" * PAGE)
         except OSError:
             file.truncate(size - -(-leave // PAGE) * PAGE)
+    return program.run(disk.parent, "disk/scans", "clipped", "boundary.xml", "-pipe")
 
 
-def on_disk(tmp_path, disk, scans):
-    """The workspace is the small disk; its scans stand elsewhere."""
-    write_workspace(tmp_path / "large", scans)
-    (disk / "scans").symlink_to(tmp_path / "large/scans")
-    return ["disk/scans", "clipped", "large/boundary.xml"]
-
-
-def assert_failed_write(run, path, reason):
+def assert_failed_write(run, directory, path, reason, size):
+    """The output ends with the last whole line that found room."""
+    error = ("error", 0, f"cannot write {path}/clipped/a.xyz: {reason}")
     assert run.code == 1
-    began = [message for message in run.messages if message != CLIPPING]
-    assert began == [START, ("error", 0, f"cannot write {path}: {reason}"), FAILED]
+    assert run.messages in (messages(errors=[error]), messages(clipped=1, errors=[error]))
+    output = (directory / path / "clipped/a.xyz").read_bytes()
+    assert_beginning(output, LARGE["a.xyz"])
+    assert size - 100 < len(output) <= size
+    assert not (directory / path / "clipped/total_node_count.txt").exists()
+    assert_inputs_unchanged(directory, LARGE)
 
 
 @pytest.mark.parametrize("pages", [0, 1, 25])
-def test_disk_full_in_an_output_file(program, tmp_path, small_disk, pages):
-    leave = pages * PAGE
-    arguments = on_disk(tmp_path, small_disk, {"a.xyz": LARGE})
-    fill(small_disk, leave)
-    run = program.run(tmp_path, *arguments, "-pipe")
-    assert_failed_write(run, "disk/clipped/a.xyz", "No space left on device")
-    output = (small_disk / "clipped/a.xyz").read_bytes()
-    assert_whole_lines(output, LARGE)
-    assert leave - 100 < len(output) <= leave
-    assert not (small_disk / "clipped/total_node_count.txt").exists()
-    assert_inputs_unchanged(tmp_path / "large", {"a.xyz": LARGE})
+def test_disk_full_in_an_output_file(program, disk, pages):
+    run = run_on_full(program, disk, LARGE, pages * PAGE)
+    assert_failed_write(run, disk.parent, "disk", "No space left on device", pages * PAGE)
 
 
-def test_disk_full_at_the_total(program, tmp_path, small_disk):
-    """The clipped files are the result; the total beside them is lost without a word."""
-    arguments = on_disk(tmp_path, small_disk, {"a.xyz": SMALL})
-    fill(small_disk, len(kept(SMALL)))
-    run = program.run(tmp_path, *arguments, "-pipe")
-    assert (run.code, run.messages) == (0, [START, CLIPPING, FINISHED])
-    assert (small_disk / "clipped/a.xyz").read_bytes() == kept(SMALL)
-    assert (small_disk / "clipped/total_node_count.txt").read_bytes() == b""
+def test_disk_full_at_the_total(program, disk):
+    """The clipped files are the result; the loss of the total beside them goes unnoticed."""
+    output = kept(SMALL["a.xyz"])
+    run = run_on_full(program, disk, SMALL, len(output))
+    assert (run.code, run.messages) == (0, messages(clipped=1))
+    assert (disk / "clipped/a.xyz").read_bytes() == output
+    assert (disk / "clipped/total_node_count.txt").read_bytes() == b""
 
 
 @pytest.mark.parametrize("limit", [0, 3, 10_000])
 def test_file_size_limit(program, tmp_path, limit):
-    write_workspace(tmp_path, {"a.xyz": LARGE})
-    run = program.run(
-        tmp_path,
-        *ARGUMENTS,
-        "-pipe",
-        preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)),
-    )
-    assert_failed_write(run, "./clipped/a.xyz", "File too large")
-    output = (tmp_path / "clipped/a.xyz").read_bytes()
-    assert_whole_lines(output, LARGE)
-    assert len(output) >= limit - 100
-    assert_inputs_unchanged(tmp_path, {"a.xyz": LARGE})
+    def set_limit():
+        resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit))
+
+    write_workspace(tmp_path, LARGE)
+    run = program.run(tmp_path, *ARGUMENTS, "-pipe", preexec_fn=set_limit)
+    assert_failed_write(run, tmp_path, ".", "File too large", limit)

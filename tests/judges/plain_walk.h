@@ -8,8 +8,9 @@
 #include <algorithm>
 #include <vector>
 
-namespace veldtrim::fuzz {
+namespace veldtrim::test {
 
+/// Whether one of the polygons holds the point.
 inline bool plainWalk(std::vector<BoundaryPolygon>& polygons,
                       const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
     return std::any_of(polygons.begin(), polygons.end(), [&](BoundaryPolygon& polygon) {
@@ -18,4 +19,16 @@ inline bool plainWalk(std::vector<BoundaryPolygon>& polygons,
     });
 }
 
-} // namespace veldtrim::fuzz
+/// Whether `found` is right: the verdict of any polygon that holds the point, inside or on its
+/// boundary, or `Outside` where none does.
+inline bool isVerdict(PointLocation found, std::vector<BoundaryPolygon>& polygons,
+                      const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
+    if (found == PointLocation::Outside) {
+        return !plainWalk(polygons, vertices, point);
+    }
+    return std::any_of(polygons.begin(), polygons.end(), [&](BoundaryPolygon& polygon) {
+        return boundsContain(polygon, point) && locatePoint(polygon, vertices, point) == found;
+    });
+}
+
+} // namespace veldtrim::test

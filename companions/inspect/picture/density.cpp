@@ -1,5 +1,7 @@
 #include "inspect/picture/density.h"
 
+#include "geometry/tolerance.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,11 +9,10 @@ namespace veldtrim {
 
 namespace {
 
-constexpr double largest = 1e15;
 constexpr double largestCell = 1e18; ///< leaves room for sums of cell numbers
 
 bool counts(double value) {
-    return std::fabs(value) <= largest;
+    return std::fabs(value) <= largestCoordinate;
 }
 
 /// Half of a cell number, rounded down.

@@ -20,7 +20,8 @@ public:
 
     Density() : cells_(static_cast<std::size_t>(side * side)) {}
 
-    /// Counts a point. Coordinates beyond 1e15 and those that are not numbers do not count.
+    /// Counts a point. Coordinates beyond largestCoordinate and those that are not numbers do not
+    /// count.
     void add(double x, double y, Kind kind);
 
     /// The lower left corner of the cells. Row numbers grow with y.

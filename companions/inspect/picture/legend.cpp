@@ -81,15 +81,10 @@ void writeCounts(Legend& legend, const Report& report) {
     legend.skip(14.0);
 }
 
-bool contains(const BoundingBox& outer, const BoundingBox& inner) {
-    return outer.xMin <= inner.xMin && inner.xMax <= outer.xMax && outer.yMin <= inner.yMin &&
-           inner.yMax <= outer.yMax;
-}
-
 void drawOverview(cairo_t* page, Legend& legend, const Inspection& inspection, const View& view) {
     const BoundingBox whole = boundsOfEverything(inspection.report);
     const BoundingBox& shown = view.shown;
-    if (whole.isEmpty() || contains(shown, whole)) {
+    if (whole.isEmpty() || shown.contains(whole)) {
         return;
     }
     drawHeading(page, "Where this is", legend.x(), legend.y(), textSize);

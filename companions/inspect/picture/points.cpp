@@ -24,11 +24,10 @@ void drawDots(cairo_t* page, const Density& density, Density::Kind kind, const C
     cairo_fill(page);
 }
 
-void drawDots(cairo_t* page, const Density& density, const BoundingBox& bounds, const View& view) {
+void drawDots(cairo_t* page, const Density& density, const BoundingBox& box, const View& view) {
     if (density.points().empty()) {
         return;
     }
-    const BoundingBox& box = bounds;
     const double area = (box.xMax - box.xMin) * (box.yMax - box.yMin);
     const auto count = static_cast<double>(density.points().size());
     const double spacing = std::sqrt(area / count) * view.scale;

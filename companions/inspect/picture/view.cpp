@@ -1,5 +1,6 @@
 #include "inspect/picture/view.h"
 
+#include "geometry/tolerance.h"
 #include "inspect/picture/drawing.h"
 
 #include <algorithm>
@@ -9,10 +10,9 @@ namespace veldtrim {
 
 namespace {
 
-bool isDrawable(const BoundingBox& bounds) {
-    const BoundingBox& box = bounds;
-    return !bounds.isEmpty() && isDrawable(box.xMin) && isDrawable(box.xMax) &&
-           isDrawable(box.yMin) && isDrawable(box.yMax);
+bool canDraw(const BoundingBox& bounds) {
+    return !bounds.isEmpty() && isDrawable(bounds.xMin) && isDrawable(bounds.xMax) &&
+           isDrawable(bounds.yMin) && isDrawable(bounds.yMax);
 }
 
 /// Widens an interval on both sides to at least `length`.
@@ -25,14 +25,13 @@ void widen(double& low, double& high, double length) {
 } // namespace
 
 bool isDrawable(double value) {
-    constexpr double largest = 1e15;
-    return std::fabs(value) <= largest;
+    return std::fabs(value) <= largestCoordinate;
 }
 
 BoundingBox boundsOfEverything(const Report& report) {
     BoundingBox all = BoundingBox::empty();
     for (const BoundingBox& bounds : {report.modelBounds, report.pointBounds}) {
-        if (isDrawable(bounds)) {
+        if (canDraw(bounds)) {
             all.add(bounds);
         }
     }
@@ -40,11 +39,8 @@ BoundingBox boundsOfEverything(const Report& report) {
 }
 
 BoundingBox boundsOfInterest(const Report& report) {
-    const BoundingBox& points = report.pointBounds;
-    const BoundingBox& model = report.modelBounds;
-    const bool meet = isDrawable(report.pointBounds) && isDrawable(report.modelBounds) &&
-                      points.xMin <= model.xMax && model.xMin <= points.xMax &&
-                      points.yMin <= model.yMax && model.yMin <= points.yMax;
+    const bool meet = canDraw(report.pointBounds) && canDraw(report.modelBounds) &&
+                      report.pointBounds.overlaps(report.modelBounds);
     return meet ? report.pointBounds : boundsOfEverything(report);
 }
 

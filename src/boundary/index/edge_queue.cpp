@@ -1,7 +1,6 @@
 #include "boundary/index/edge_queue.h"
 
 #include "boundary/edge_crossing.h"
-#include "boundary/index/point_index_cells.h"
 
 #include <algorithm>
 
@@ -11,20 +10,20 @@ namespace {
 
 /// An edge, and where it enters and leaves the heights of the queue.
 struct Passer {
-    std::uint32_t edge;
+    IndexEdge edge;
     double atLow;
     double atHigh;
 };
 
 } // namespace
 
-std::size_t queueUp(std::vector<std::uint32_t>& edges,
-                    const std::vector<BoundaryVertex>& ringVertices, double yLow, double yHigh) {
+std::size_t queueUp(std::vector<IndexEdge>& edges, const std::vector<BoundaryVertex>& ringVertices,
+                    double yLow, double yHigh) {
     std::vector<Passer> passers;
-    std::vector<std::uint32_t> others;
-    for (const std::uint32_t edge : edges) {
-        const BoundaryVertex& from = ringVertices[edge >> cells::edgeBits];
-        const BoundaryVertex& to = ringVertices[(edge >> cells::edgeBits) + 1];
+    std::vector<IndexEdge> others;
+    for (const IndexEdge edge : edges) {
+        const BoundaryVertex& from = ringVertices[edge.number()];
+        const BoundaryVertex& to = ringVertices[edge.number() + 1];
         if (std::min(from.y, to.y) < yLow && std::max(from.y, to.y) > yHigh) {
             passers.push_back({edge, crossingAt(from, to, yLow), crossingAt(from, to, yHigh)});
         } else {
@@ -43,7 +42,7 @@ std::size_t queueUp(std::vector<std::uint32_t>& edges,
             lastLow = passer.atLow;
             lastHigh = passer.atHigh;
         } else {
-            others.push_back(passer.edge); // crosses one that stands in the queue
+            others.push_back(passer.edge); // crosses one of the queue
         }
     }
     const std::size_t size = edges.size();

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "boundary/boundary_segment.h"
+#include "boundary/index/edge.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace veldtrim {
@@ -13,10 +13,9 @@ namespace veldtrim {
 ///
 /// A queue is made of edges that pass through all heights from `yLow` to `yHigh`, from left to
 /// right, none crossing another there but for rounding errors: the order is the same at each of
-/// these heights. An edge is a word whose upper bits (see point_index_cells.h) number its first
-/// end in `ringVertices`; the next vertex is its other end. Edges that do not queue up follow the
+/// these heights. The edges are those of `ringVertices`. Those that do not queue up follow the
 /// queue in any order.
-std::size_t queueUp(std::vector<std::uint32_t>& edges,
-                    const std::vector<BoundaryVertex>& ringVertices, double yLow, double yHigh);
+std::size_t queueUp(std::vector<IndexEdge>& edges, const std::vector<BoundaryVertex>& ringVertices,
+                    double yLow, double yHigh);
 
 } // namespace veldtrim

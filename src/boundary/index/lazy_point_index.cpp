@@ -1,5 +1,6 @@
 #include "boundary/index/lazy_point_index.h"
 
+#include <algorithm>
 #include <cassert>
 #include <new>
 
@@ -24,8 +25,8 @@ std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
     return size;
 }
 
-/// The definition: polygon after polygon. Calls `count` with the number of polygons or vertices
-/// that it is about to look at.
+/// The definition. Calls `count` with the number of polygons or vertices that it is about to look
+/// at.
 template <typename Count>
 PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<BoundaryVertex>& vertices,
                    const ElevationPoint& point, Count count) {
@@ -47,9 +48,12 @@ PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<Bounda
 PointLocation LazyPointIndex::locateByWalk(std::span<BoundaryPolygon> polygons,
                                            const std::vector<BoundaryVertex>& vertices,
                                            const ElevationPoint& point) {
-    if (stage_ == Stage::Walked) {
-        return walk(polygons, vertices, point, [](std::size_t) {});
-    }
+    return walk(polygons, vertices, point, [](std::size_t) {});
+}
+
+PointLocation LazyPointIndex::locateByCountedWalk(std::span<BoundaryPolygon> polygons,
+                                                  const std::vector<BoundaryVertex>& vertices,
+                                                  const ElevationPoint& point) {
     if (stage_ == Stage::Unknown) {
         const std::size_t size = sizeOf(polygons);
         stage_ = size > fewVertices ? Stage::Walking : Stage::Walked;
@@ -72,7 +76,12 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
                                 std::span<PointLocation> locations) {
     assert(points.size() == locations.size());
     if (index_) {
-        index_->index.locateEach(index_->polygons, index_->vertices, points, locations);
+        index_->locateEach(points, locations);
+        return;
+    }
+    if (stage_ == Stage::Walked) {
+        std::transform(points.begin(), points.end(), locations.begin(),
+                       [&](const auto& point) { return locateByWalk(polygons, vertices, point); });
         return;
     }
     for (std::size_t i = 0; i < points.size(); ++i) {
@@ -81,11 +90,9 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
 }
 
 void LazyPointIndex::build(std::span<const BoundaryPolygon> polygons,
-                           std::span<const BoundaryVertex> vertices) {
+                           const std::vector<BoundaryVertex>& vertices) {
     try {
-        const std::vector<BoundaryPolygon> own(polygons.begin(), polygons.end());
-        const std::vector<BoundaryVertex> ownVertices(vertices.begin(), vertices.end());
-        index_ = std::make_shared<Built>(own, ownVertices, PointIndex(own, ownVertices));
+        index_ = std::make_shared<const PointIndex>(polygons, vertices);
     } catch (const std::bad_alloc&) {
         stage_ = Stage::Walked; // slow is better than not at all
     }

@@ -14,12 +14,13 @@
 
 namespace veldtrim {
 
-/// The point test for some polygons of a vertex table, which its owner holds and passes with each
+/// The point test for some polygons of a vertex table, or for one, which the owner passes with each
 /// question. The first questions walk the polygons by the definition; when the walks have cost
 /// about what building an index costs, one is built and answers all others.
 ///
-/// The owner calls `reset` when the polygons or their vertices have changed. Copies share the
-/// index. For one thread.
+/// The index copies only what `polygons` name of `vertices`. The owner passes the same polygons and
+/// vertices each time, and calls `reset` when they have changed. Copies share the index. For one
+/// thread.
 class LazyPointIndex {
 public:
     /// Forgets what was derived from the polygons.
@@ -30,8 +31,11 @@ public:
     /// May fill `segments` of the polygons. Their indices must name elements of `vertices`.
     PointLocation locate(std::span<BoundaryPolygon> polygons,
                          const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
-        return index_ ? index_->index.locate(index_->polygons, index_->vertices, point)
-                      : locateByWalk(polygons, vertices, point);
+        if (index_) {
+            return index_->locate(point);
+        }
+        return stage_ == Stage::Walked ? locateByWalk(polygons, vertices, point)
+                                       : locateByCountedWalk(polygons, vertices, point);
     }
 
     /// `locate` for each of `points`, to the element of `locations` with the same position; there
@@ -47,21 +51,21 @@ private:
         Walked   ///< an index never pays, or there was no memory for it
     };
 
-    PointLocation locateByWalk(std::span<BoundaryPolygon> polygons,
-                               const std::vector<BoundaryVertex>& vertices,
-                               const ElevationPoint& point);
+    /// The definition, polygon after polygon.
+    static PointLocation locateByWalk(std::span<BoundaryPolygon> polygons,
+                                      const std::vector<BoundaryVertex>& vertices,
+                                      const ElevationPoint& point);
+
+    /// Walks, and builds the index when the walks have cost as much.
+    PointLocation locateByCountedWalk(std::span<BoundaryPolygon> polygons,
+                                      const std::vector<BoundaryVertex>& vertices,
+                                      const ElevationPoint& point);
 
     /// Builds the index, or goes without where there is no memory for it.
-    void build(std::span<const BoundaryPolygon> polygons, std::span<const BoundaryVertex> vertices);
+    void build(std::span<const BoundaryPolygon> polygons,
+               const std::vector<BoundaryVertex>& vertices);
 
-    /// The index and what it asks by the definition.
-    struct Built {
-        std::vector<BoundaryPolygon> polygons;
-        std::vector<BoundaryVertex> vertices;
-        PointIndex index;
-    };
-
-    std::shared_ptr<Built> index_;
+    std::shared_ptr<const PointIndex> index_;
     Stage stage_ = Stage::Unknown;
     std::size_t stepsLeft_ = 0; ///< polygons and vertices to look at before the index is built
 };

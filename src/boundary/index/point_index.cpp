@@ -1,63 +1,52 @@
 #include "boundary/index/point_index.h"
 
-#include "boundary/edge_crossing.h"
-#include "boundary/index/point_index_builder.h"
-#include "boundary/index/point_index_cells.h"
-#include "boundary/ring.h"
+#include "boundary/index/group.h"
 
 namespace veldtrim {
 
-PointIndex::PointIndex(const std::vector<BoundaryPolygon>& polygons,
-                       const std::vector<BoundaryVertex>& vertices) {
-    PointIndexBuilder(*this, polygons, vertices).build();
+PointLocation PointIndex::locate(const ElevationPoint& point) const {
+    const PointLocation location = locateInCell(cellAt(point), point);
+    return location != PointLocation::Outside ? location : locateInUnindexed(point);
 }
 
-PointLocation PointIndex::locate(std::vector<BoundaryPolygon>& polygons,
-                                 const std::vector<BoundaryVertex>& vertices,
-                                 const ElevationPoint& point) const {
-    const PointLocation location = locateInCell(cellAt(point), polygons, vertices, point);
-    return location != PointLocation::Outside ? location
-                                              : locateInUnindexed(polygons, vertices, point);
-}
-
-cells::Cell PointIndex::cellAt(const ElevationPoint& point) const {
+Cell PointIndex::cellAt(const ElevationPoint& point) const {
     if (!isInRegion(point)) {
-        return cells::outside;
+        return {};
     }
-    const Place place = placeOf(point);
-    const unsigned state = overviewState(overviewEntry(place));
-    if (state != cells::mixed) {
-        return state;
+    const PointPlace place = placeOf(point);
+    switch (data_.overview.state(data_.overviewLevel.entryOf(place))) {
+    case AreaState::Outside:
+        return {};
+    case AreaState::Inside:
+        return Cell::inside();
+    default:
+        break;
     }
-    unsigned shift = tableShift_;
-    cells::Cell cell = *tableEntry(place);
-    while ((cell & cells::kindMask) == cells::split) {
+    unsigned shift = data_.tableLevel.shift;
+    Cell cell = *tableEntry(place);
+    while (cell.kind() == Cell::Kind::Split) {
         cell = *quarterOf(cell, place, --shift);
     }
     return cell;
 }
 
-PointLocation PointIndex::locateInCell(cells::Cell cell, std::vector<BoundaryPolygon>& polygons,
-                                       const std::vector<BoundaryVertex>& vertices,
-                                       const ElevationPoint& point) const {
-    switch (cell & cells::kindMask) {
-    case cells::inside:
+PointLocation PointIndex::locateInCell(Cell cell, const ElevationPoint& point) const {
+    switch (cell.kind()) {
+    case Cell::Kind::Inside:
         return PointLocation::Inside;
-    case cells::run:
-        return locateInRun(cell, point);
-    case cells::leaf:
-        return locateInLeaf(&leaves_[cell >> cells::kindBits], polygons, vertices, point);
+    case Cell::Kind::Run:
+        return locateInRun(cell.run(), point);
+    case Cell::Kind::Leaf:
+        return locateInLeaf(&data_.leaves[cell.leafPosition()], point);
     default:
         return PointLocation::Outside;
     }
 }
 
-PointLocation PointIndex::locateInUnindexed(std::vector<BoundaryPolygon>& polygons,
-                                            const std::vector<BoundaryVertex>& vertices,
-                                            const ElevationPoint& point) const {
-    for (const std::uint32_t number : unindexed_) {
-        if (boundsContain(polygons[number], point)) {
-            const PointLocation location = locatePoint(polygons[number], vertices, point);
+PointLocation PointIndex::locateInUnindexed(const ElevationPoint& point) const {
+    for (const BoundaryPolygon& polygon : data_.unindexed.polygons) {
+        if (boundsContain(polygon, point)) {
+            const PointLocation location = locatePoint(polygon, data_.unindexed.vertices, point);
             if (location != PointLocation::Outside) {
                 return location;
             }
@@ -70,105 +59,81 @@ namespace {
 
 /// Adds an edge to the parity of its ring at the point: its effect, and the ends that count.
 /// Returns false when the edge holds the point.
-bool addEdge(cells::Word& odd, cells::Word countingEnds, const BoundaryVertex* ends,
+bool addEdge(bool& odd, CountingEnds counting, const BoundaryVertex* ends,
              const ElevationPoint& point) {
-    const cells::Word fromBelow = ends[0].y < point.y ? 1U : 0U;
-    const cells::Word toBelow = ends[1].y < point.y ? 1U : 0U;
-    odd ^= (countingEnds & fromBelow) ^ (countingEnds >> 1U & toBelow);
+    const bool fromBelow = ends[0].y < point.y;
+    const bool toBelow = ends[1].y < point.y;
+    odd = odd != counting.oddBelow(fromBelow, toBelow);
     if (fromBelow == toBelow && ends[0].y != point.y && ends[1].y != point.y) {
         return true; // strictly on one side: no effect, and the usual case among many edges
     }
     const EdgeEffect effect = edgeEffect(ends[0], ends[1], point);
-    odd ^= static_cast<cells::Word>(effect);
+    odd = odd != (effect == EdgeEffect::Toggle);
     return effect != EdgeEffect::Boundary;
-}
-
-/// Whether a segment or a flat polygon holds the point. A flat polygon, however many vertices it
-/// has, holds all points of its height that pass the pretest, and no others.
-bool wholeContains(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
-                   const ElevationPoint& point) {
-    if (!boundsContain(polygon, point)) {
-        return false;
-    }
-    if (Ring(polygon, vertices).size() > 2) {
-        return point.y == polygon.bounds.yMin;
-    }
-    return locatePoint(polygon, vertices, point) != PointLocation::Outside;
 }
 
 } // namespace
 
-PointLocation PointIndex::locateInRun(cells::Cell run, const ElevationPoint& point) const {
-    auto odd = static_cast<cells::Word>(run >> cells::runOddShift);
-    auto countingEnds = static_cast<cells::Word>(run >> cells::runEndsShift);
-    const BoundaryVertex* ends = &ringVertices_[run >> cells::runEdgeShift];
-    for (auto size = run >> cells::runSizeShift & cells::runSizeMask; size > 0; --size) {
-        if (!addEdge(odd, countingEnds & cells::endsMask, ends, point)) {
+PointLocation PointIndex::locateInRun(const Run& run, const ElevationPoint& point) const {
+    bool odd = run.odd();
+    const BoundaryVertex* ends = endsOf(run.firstEdge());
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        if (!addEdge(odd, run.ends(i), ends + i, point)) {
             return PointLocation::OnBoundary;
         }
-        countingEnds >>= cells::edgeBits;
-        ++ends;
     }
-    return (odd & 1U) != 0 ? PointLocation::Inside : PointLocation::Outside;
+    return odd ? PointLocation::Inside : PointLocation::Outside;
 }
 
-PointLocation PointIndex::locateInLeaf(const cells::Word* word,
-                                       std::vector<BoundaryPolygon>& polygons,
-                                       const std::vector<BoundaryVertex>& vertices,
-                                       const ElevationPoint& point) const {
-    for (cells::Word groups = *word++; groups > 0; --groups) {
-        const cells::Word head = *word++;
-        if ((head & cells::groupWhole) != 0) {
-            if (wholeContains(polygons[*word++], vertices, point)) {
+PointLocation PointIndex::locateInLeaf(const Word* leaf, const ElevationPoint& point) const {
+    for (auto reader = readLeaf(leaf); !reader.atEnd();) {
+        const Group group = reader.next();
+        if (group.head.isLine()) {
+            if (data_.lines[group.number].contains(point)) {
                 return PointLocation::OnBoundary;
             }
             continue;
         }
-        cells::Word odd = head & cells::groupOdd;
-        if ((head & cells::groupQueue) != 0) {
-            const cells::Word size = *word++;
-            const EdgeEffect effect = queueEffect(word, size, point);
+        bool odd = group.head.odd();
+        if (group.head.hasQueue()) {
+            const EdgeEffect effect = queueEffect(group.queue, point);
             if (effect == EdgeEffect::Boundary) {
                 return PointLocation::OnBoundary;
             }
-            odd ^= static_cast<cells::Word>(effect);
-            word += size;
+            odd = odd != (effect == EdgeEffect::Toggle);
         }
-        for (cells::Word edges = head >> cells::groupBits; edges > 0; --edges) {
-            const cells::Word edge = *word++;
-            if (!addEdge(odd, edge & cells::endsMask, &ringVertices_[edge >> cells::edgeBits],
-                         point)) {
+        for (const IndexEdge edge : group.edges) {
+            if (!addEdge(odd, edge.ends(), endsOf(edge.number()), point)) {
                 return PointLocation::OnBoundary;
             }
         }
-        if ((odd & 1U) != 0) {
+        if (odd) {
             return PointLocation::Inside;
         }
     }
     return PointLocation::Outside;
 }
 
-EdgeEffect PointIndex::queueEffect(const cells::Word* edges, std::size_t size,
-                                   const ElevationPoint& point) const {
+EdgeEffect PointIndex::queueEffect(const EdgeList& queue, const ElevationPoint& point) const {
     const auto distance = [&](std::size_t i) {
-        const BoundaryVertex* const ends = &ringVertices_[edges[i] >> cells::edgeBits];
+        const BoundaryVertex* const ends = endsOf(queue[i].number());
         return crossingAt(ends[0], ends[1], point.y) - point.x;
     };
     // Edges before `low` are left of the point with the margin to spare: they have no effect.
     std::size_t low = 0;
-    for (std::size_t end = size; low < end;) {
+    for (std::size_t end = queue.size(); low < end;) {
         const std::size_t middle = low + (end - low) / 2;
-        if (distance(middle) < -margin_) {
+        if (distance(middle) < -data_.margin) {
             low = middle + 1;
         } else {
             end = middle;
         }
     }
-    // All others toggle, but for those that are so close to the point that each must speak for
-    // itself: their order may be one of rounding errors.
-    std::size_t toggles = size - low;
-    for (std::size_t i = low; i < size && distance(i) <= margin_; ++i) {
-        const BoundaryVertex* const ends = &ringVertices_[edges[i] >> cells::edgeBits];
+    // All others toggle, but for those that are so close to the point that each is asked:
+    // their order may be one of rounding errors.
+    std::size_t toggles = queue.size() - low;
+    for (std::size_t i = low; i < queue.size() && distance(i) <= data_.margin; ++i) {
+        const BoundaryVertex* const ends = endsOf(queue[i].number());
         const EdgeEffect effect = crossOrdinaryEdge(ends[0], ends[1], point);
         if (effect == EdgeEffect::Boundary) {
             return effect;
@@ -178,10 +143,23 @@ EdgeEffect PointIndex::queueEffect(const cells::Word* edges, std::size_t size,
     return toggles % 2 != 0 ? EdgeEffect::Toggle : EdgeEffect::None;
 }
 
+namespace {
+
+template <typename Element>
+std::size_t bytesOf(const std::vector<Element>& elements) {
+    return elements.size() * sizeof(Element);
+}
+
+} // namespace
+
 std::size_t PointIndex::byteSize() const {
-    return (table_.size() + quads_.size()) * sizeof(cells::Cell) + overview_.size() +
-           (leaves_.size() + unindexed_.size()) * sizeof(cells::Word) +
-           ringVertices_.size() * sizeof(BoundaryVertex);
+    std::size_t bytes = data_.overview.byteSize() + bytesOf(data_.table) + bytesOf(data_.quarters) +
+                        bytesOf(data_.leaves) + bytesOf(data_.ringVertices) + bytesOf(data_.lines) +
+                        bytesOf(data_.unindexed.polygons) + bytesOf(data_.unindexed.vertices);
+    for (const BoundaryPolygon& polygon : data_.unindexed.polygons) {
+        bytes += bytesOf(polygon.vertexIndices) + bytesOf(polygon.segments);
+    }
+    return bytes;
 }
 
 } // namespace veldtrim

@@ -3,6 +3,7 @@
 #include "boundary/index/point_index.h"
 #include "boundary/point_location.h"
 #include "judges/model_generator.h"
+#include "judges/plain_walk.h"
 
 #include <gtest/gtest.h>
 
@@ -17,30 +18,27 @@ namespace {
 
 using test::ModelGenerator;
 
-/// Where the polygons hold the point; which of them is asked first may decide, so one that holds it
-/// inside is as good as one that holds it on its boundary.
-bool agree(const PointIndex& index, std::vector<BoundaryPolygon>& polygons,
-           const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
-    bool isOutside = true;
-    bool agrees = false;
-    const PointLocation found = index.locate(polygons, vertices, point);
-    for (BoundaryPolygon& polygon : polygons) {
-        if (boundsContain(polygon, point)) {
-            const PointLocation location = locatePoint(polygon, vertices, point);
-            isOutside = isOutside && location == PointLocation::Outside;
-            agrees = agrees || (location == found && location != PointLocation::Outside);
+/// The index of a model, beside the walk over its polygons.
+struct Subject {
+    explicit Subject(const BoundaryModel& model)
+        : polygons(model.polygons()), vertices(model.vertices()), index(polygons, vertices) {}
+
+    /// Whether the index gives the right answer for each point, alone and together.
+    void check(const std::vector<ElevationPoint>& points) {
+        std::vector<PointLocation> locations(points.size());
+        index.locateEach(points, locations);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const ElevationPoint& point = points[i];
+            const bool isRight = test::isVerdict(locations[i], polygons, vertices, point);
+            ASSERT_TRUE(isRight && index.locate(point) == locations[i])
+                << std::hexfloat << "point " << point.x << " " << point.y;
         }
     }
-    return agrees || (isOutside && found == PointLocation::Outside);
-}
 
-bool anyHolds(std::vector<BoundaryPolygon>& polygons, const std::vector<BoundaryVertex>& vertices,
-              const ElevationPoint& point) {
-    return std::any_of(polygons.begin(), polygons.end(), [&](BoundaryPolygon& polygon) {
-        return boundsContain(polygon, point) &&
-               locatePoint(polygon, vertices, point) != PointLocation::Outside;
-    });
-}
+    std::vector<BoundaryPolygon> polygons;
+    std::vector<BoundaryVertex> vertices;
+    PointIndex index;
+};
 
 class PointIndexKinds : public testing::TestWithParam<ModelGenerator::Kind> {};
 
@@ -48,21 +46,11 @@ TEST_P(PointIndexKinds, AnswersAsTheWalkDoes) {
     for (unsigned seed = 0; seed < 120; ++seed) {
         ModelGenerator generator(seed);
         const BoundaryModel model = generator.model(GetParam());
-        std::vector<BoundaryPolygon> polygons = model.polygons();
-        const PointIndex index(polygons, model.vertices());
         std::vector<ElevationPoint> points(1500);
         std::generate(points.begin(), points.end(), [&] { return generator.point(model); });
-        std::vector<PointLocation> locations(points.size());
-        index.locateEach(polygons, model.vertices(), points, locations);
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            const ElevationPoint& point = points[i];
-            const auto where = [&] {
-                return testing::Message() << "seed " << seed << std::hexfloat << ", point "
-                                          << point.x << " " << point.y;
-            };
-            ASSERT_TRUE(agree(index, polygons, model.vertices(), point)) << where();
-            ASSERT_EQ(index.locate(polygons, model.vertices(), point), locations[i]) << where();
-        }
+        SCOPED_TRACE(seed);
+        Subject(model).check(points);
+        ASSERT_FALSE(HasFatalFailure());
     }
 }
 
@@ -90,7 +78,6 @@ TEST(PointIndex, TakesAnyModelAndAnyPoint) {
             points.push_back({x, y});
         }
     }
-    std::vector<PointLocation> locations(points.size());
     for (std::size_t use = 0; use < std::size_t{1} << rings.size(); ++use) {
         BoundaryModel model;
         for (std::size_t i = 0; i < rings.size(); ++i) {
@@ -98,14 +85,9 @@ TEST(PointIndex, TakesAnyModelAndAnyPoint) {
                 test::addRing(model, rings[i]);
             }
         }
-        std::vector<BoundaryPolygon> polygons = model.polygons();
-        const PointIndex index(polygons, model.vertices());
-        index.locateEach(polygons, model.vertices(), points, locations);
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            ASSERT_TRUE(agree(index, polygons, model.vertices(), points[i]) &&
-                        index.locate(polygons, model.vertices(), points[i]) == locations[i])
-                << "rings " << use << " point " << points[i].x << " " << points[i].y;
-        }
+        SCOPED_TRACE(use);
+        Subject(model).check(points);
+        ASSERT_FALSE(HasFatalFailure());
     }
 }
 
@@ -114,8 +96,16 @@ TEST(PointIndex, RespectsBoundsThatAreNotThoseOfTheVertices) {
     std::vector<BoundaryPolygon> polygons = model.polygons();
     polygons[0].bounds = {0, 0, 5, 5};
     const PointIndex index(polygons, model.vertices());
-    EXPECT_EQ(index.locate(polygons, model.vertices(), {4, 4}), PointLocation::Inside);
-    EXPECT_EQ(index.locate(polygons, model.vertices(), {6, 6}), PointLocation::Outside);
+    EXPECT_EQ(index.locate({4, 4}), PointLocation::Inside);
+    EXPECT_EQ(index.locate({6, 6}), PointLocation::Outside);
+}
+
+TEST(PointIndex, NeedsNothingOfTheModelOnceItIsBuilt) {
+    BoundaryModel model = test::modelOf({{{0, 0}, {9, 0}, {9, 9}}, {{20, 0}, {29, 9}}});
+    const PointIndex index(model.polygons(), model.vertices());
+    model = BoundaryModel();
+    EXPECT_EQ(index.locate({8, 1}), PointLocation::Inside);
+    EXPECT_EQ(index.locate({25, 5}), PointLocation::OnBoundary);
 }
 
 // The model builds its index while it is asked, and must drop it when it changes.
@@ -129,7 +119,7 @@ TEST(PointIndex, IsBuiltAndDroppedByItsModel) {
             std::array<PointLocation, points.size()> locations{};
             model.locateEach(points, locations);
             for (std::size_t n = 0; n < points.size(); ++n) {
-                const bool held = anyHolds(polygons, model.vertices(), points[n]);
+                const bool held = test::plainWalk(polygons, model.vertices(), points[n]);
                 ASSERT_EQ(locations[n] != PointLocation::Outside, held);
                 ASSERT_EQ(model.isInBoundary(points[n]), held);
             }
@@ -147,11 +137,10 @@ TEST(PointIndex, GoesWithTheModelThatIsCleared) {
     EXPECT_FALSE(model.isInBoundary({0, 0}));
 }
 
-TEST(PointIndex, LooksUpGroupsOfAnySize) {
+TEST(PointIndex, LooksUpBatchesOfAnySize) {
     ModelGenerator generator(2);
     const BoundaryModel model = generator.model(ModelGenerator::Kind::Star);
-    std::vector<BoundaryPolygon> polygons = model.polygons();
-    const PointIndex index(polygons, model.vertices());
+    const PointIndex index(model.polygons(), model.vertices());
     for (const std::size_t size : std::array<std::size_t, 7>{0, 1, 255, 256, 257, 512, 513}) {
         std::vector<ElevationPoint> points; // none that is settled before it meets an edge
         for (std::size_t i = 0; i < size; ++i) {
@@ -159,7 +148,7 @@ TEST(PointIndex, LooksUpGroupsOfAnySize) {
             points.push_back({vertex.x, vertex.y});
         }
         std::vector<PointLocation> locations(size, PointLocation::Outside);
-        index.locateEach(polygons, model.vertices(), points, locations);
+        index.locateEach(points, locations);
         EXPECT_EQ(std::count(locations.begin(), locations.end(), PointLocation::OnBoundary),
                   static_cast<std::ptrdiff_t>(size));
     }

@@ -1,8 +1,8 @@
 // The look-ups of several points side by side. Each step of all of them asks for the memory that
 // the next step needs, so that they wait for it together.
 
+#include "boundary/index/group.h"
 #include "boundary/index/point_index.h"
-#include "boundary/index/point_index_cells.h"
 
 #include <algorithm>
 #include <array>
@@ -25,37 +25,35 @@ inline void prefetch(const void* address) {
 
 } // namespace
 
-/// A point of the group on its way down the tree, and the cell that is to be looked at next.
+/// A point of the batch on its way down the tree, and the cell that is to be looked at next.
 struct PointIndex::Descent {
     std::uint32_t point;
-    Place place;
-    const cells::Cell* cell;
+    PointPlace place;
+    const Cell* cell;
 };
 
-/// A point of the group and the undivided cell that holds it.
+/// A point of the batch and the undivided cell that holds it.
 struct PointIndex::Arrival {
     std::uint32_t point;
-    cells::Cell cell;
+    Cell cell;
 };
 
-void PointIndex::locateEach(std::vector<BoundaryPolygon>& polygons,
-                            const std::vector<BoundaryVertex>& vertices,
-                            std::span<const ElevationPoint> points,
+void PointIndex::locateEach(std::span<const ElevationPoint> points,
                             std::span<PointLocation> locations) const {
-    std::array<Descent, groupSize> descents{};
-    std::array<Arrival, groupSize> arrivals{};
+    std::array<Descent, batchSize> descents{};
+    std::array<Arrival, batchSize> arrivals{};
     while (!points.empty()) {
-        const std::size_t size = std::min(points.size(), groupSize);
+        const std::size_t size = std::min(points.size(), batchSize);
         const std::size_t entered =
-            enterGroup(points.first(size), locations.data(), descents.data());
-        const std::size_t arrived = descendGroup(descents.data(), entered, arrivals.data());
+            enterBatch(points.first(size), locations.data(), descents.data());
+        const std::size_t arrived = descendBatch(descents.data(), entered, arrivals.data());
         for (std::size_t i = 0; i < arrived; ++i) {
             const auto [point, cell] = arrivals[i];
-            locations[point] = locateInCell(cell, polygons, vertices, points[point]);
+            locations[point] = locateInCell(cell, points[point]);
         }
-        for (std::size_t i = 0; i < size && !unindexed_.empty(); ++i) {
+        for (std::size_t i = 0; i < size && !data_.unindexed.polygons.empty(); ++i) {
             if (locations[i] == PointLocation::Outside) {
-                locations[i] = locateInUnindexed(polygons, vertices, points[i]);
+                locations[i] = locateInUnindexed(points[i]);
             }
         }
         points = points.subspan(size);
@@ -65,22 +63,23 @@ void PointIndex::locateEach(std::vector<BoundaryPolygon>& polygons,
 
 /// Finds the locations that the overview knows, begins a descent for each other point, and returns
 /// the number of these.
-std::size_t PointIndex::enterGroup(std::span<const ElevationPoint> points, PointLocation* locations,
+std::size_t PointIndex::enterBatch(std::span<const ElevationPoint> points, PointLocation* locations,
                                    Descent* descents) const {
-    std::array<Place, groupSize> places{};
+    std::array<PointPlace, batchSize> places{};
     for (std::size_t i = 0; i < points.size(); ++i) {
-        places[i] = isInRegion(points[i]) ? placeOf(points[i]) : Place{0, 0};
-        prefetch(&overview_[overviewEntry(places[i]) / 4]);
+        places[i] = isInRegion(points[i]) ? placeOf(points[i]) : PointPlace{0, 0};
+        prefetch(data_.overview.addressOf(data_.overviewLevel.entryOf(places[i])));
     }
     // Without a branch on the state: for points in no order it would be guessed wrong half the
     // time.
     std::size_t size = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
-        const unsigned state =
-            isInRegion(points[i]) ? overviewState(overviewEntry(places[i])) : cells::outside;
-        locations[i] = state == cells::inside ? PointLocation::Inside : PointLocation::Outside;
+        const AreaState state = isInRegion(points[i])
+                                    ? data_.overview.state(data_.overviewLevel.entryOf(places[i]))
+                                    : AreaState::Outside;
+        locations[i] = state == AreaState::Inside ? PointLocation::Inside : PointLocation::Outside;
         descents[size] = {static_cast<std::uint32_t>(i), places[i], tableEntry(places[i])};
-        size += state == cells::mixed ? 1 : 0;
+        size += state == AreaState::Mixed ? 1 : 0;
     }
     for (std::size_t i = 0; i < size; ++i) {
         prefetch(descents[i].cell);
@@ -90,22 +89,22 @@ std::size_t PointIndex::enterGroup(std::span<const ElevationPoint> points, Point
 
 /// Takes all descents down, one level at a time, and returns the number of `arrivals`, which is
 /// `size`. What locateInCell needs to know of their cells is on the way.
-std::size_t PointIndex::descendGroup(Descent* descents, std::size_t size, Arrival* arrivals) const {
+std::size_t PointIndex::descendBatch(Descent* descents, std::size_t size, Arrival* arrivals) const {
     std::size_t arrived = 0;
-    for (unsigned shift = tableShift_; size != 0; --shift) {
+    for (unsigned shift = data_.tableLevel.shift; size != 0; --shift) {
         std::size_t going = 0;
         for (std::size_t i = 0; i < size; ++i) {
             const Descent at = descents[i];
-            const cells::Cell cell = *at.cell;
-            if ((cell & cells::kindMask) == cells::split) {
+            const Cell cell = *at.cell;
+            if (cell.kind() == Cell::Kind::Split) {
                 descents[going] = {at.point, at.place, quarterOf(cell, at.place, shift - 1)};
                 prefetch(descents[going].cell);
                 ++going;
             } else {
                 arrivals[arrived] = {at.point, cell};
                 ++arrived;
-                if ((cell & cells::kindMask) == cells::leaf) {
-                    prefetch(&leaves_[cell >> cells::kindBits]);
+                if (cell.kind() == Cell::Kind::Leaf) {
+                    prefetch(&data_.leaves[cell.leafPosition()]);
                 }
             }
         }
@@ -118,17 +117,17 @@ std::size_t PointIndex::descendGroup(Descent* descents, std::size_t size, Arriva
 }
 
 /// Asks for the edges of a run, or those of a leaf's first polygon if they are few.
-void PointIndex::prefetchEdges(cells::Cell cell) const {
-    if ((cell & cells::kindMask) == cells::run) {
-        const BoundaryVertex* const first = &ringVertices_[cell >> cells::runEdgeShift];
+void PointIndex::prefetchEdges(Cell cell) const {
+    if (cell.kind() == Cell::Kind::Run) {
+        const Run run = cell.run();
+        const BoundaryVertex* const first = endsOf(run.firstEdge());
         prefetch(first);
-        prefetch(first + (cell >> cells::runSizeShift & cells::runSizeMask));
-    } else if ((cell & cells::kindMask) == cells::leaf) {
-        const cells::Word* word = &leaves_[cell >> cells::kindBits];
-        const cells::Word head = word[1];
-        if ((head & (cells::groupWhole | cells::groupQueue)) == 0) {
-            for (cells::Word edge = head >> cells::groupBits; edge > 0; --edge) {
-                prefetch(&ringVertices_[word[1 + edge] >> cells::edgeBits]);
+        prefetch(first + run.size());
+    } else if (cell.kind() == Cell::Kind::Leaf) {
+        const Group group = readLeaf(&data_.leaves[cell.leafPosition()]).next();
+        if (!group.head.hasQueue()) {
+            for (const IndexEdge edge : group.edges) {
+                prefetch(endsOf(edge.number()));
             }
         }
     }

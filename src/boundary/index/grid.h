@@ -1,0 +1,81 @@
+/// The upper levels of the tree as grids, which a look-up enters without a descent.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace veldtrim {
+
+/// Where a point lies: column and row among the cells of the finest level.
+struct PointPlace {
+    std::uint32_t column;
+    std::uint32_t row;
+};
+
+/// A level of the tree as a grid, row by row.
+struct GridLevel {
+    unsigned bits = 0;  ///< 2^bits columns and as many rows
+    unsigned shift = 0; ///< levels between this one and the finest
+
+    [[nodiscard]] std::size_t entryCount() const { return std::size_t{1} << (2 * bits); }
+
+    [[nodiscard]] std::size_t entryOf(PointPlace place) const {
+        return (std::size_t{place.row >> shift} << bits) + (place.column >> shift);
+    }
+};
+
+/// What the overview says of one of its cells.
+enum class AreaState : std::uint8_t {
+    Outside, ///< as a whole
+    Inside,  ///< as a whole
+    Mixed    ///< neither
+};
+
+/// The states of the cells of one level, two bits each: so small that they stay in the cache, and
+/// most points need no more.
+class Overview {
+public:
+    Overview() = default;
+
+    /// All outside.
+    explicit Overview(std::size_t entryCount) : bytes_(entryCount / statesPerByte + 1) {}
+
+    [[nodiscard]] AreaState state(std::size_t entry) const {
+        return static_cast<AreaState>(bytes_[entry / statesPerByte] >> shiftOf(entry) & stateMask);
+    }
+
+    /// Sets the states of `count` successive entries that are outside: a power of two, and `first`
+    /// a multiple of it.
+    void fill(std::size_t first, std::size_t count, AreaState state) {
+        const auto bits = static_cast<unsigned>(state);
+        if (count >= statesPerByte) {
+            std::memset(&bytes_[first / statesPerByte], static_cast<int>(bits * everyState),
+                        count / statesPerByte);
+            return;
+        }
+        for (std::size_t entry = first; entry < first + count; ++entry) {
+            std::uint8_t& byte = bytes_[entry / statesPerByte];
+            byte = static_cast<std::uint8_t>(byte | bits << shiftOf(entry));
+        }
+    }
+
+    /// Where the state of an entry is in memory.
+    [[nodiscard]] const void* addressOf(std::size_t entry) const {
+        return &bytes_[entry / statesPerByte];
+    }
+
+    [[nodiscard]] std::size_t byteSize() const { return bytes_.size(); }
+
+private:
+    static constexpr std::size_t statesPerByte = 4;
+    static constexpr unsigned stateMask = 3;
+    static constexpr unsigned everyState = 0x55;
+
+    static constexpr std::size_t shiftOf(std::size_t entry) { return 2 * (entry % statesPerByte); }
+
+    std::vector<std::uint8_t> bytes_;
+};
+
+} // namespace veldtrim

@@ -1,0 +1,47 @@
+"""The program under test, for whole runs."""
+
+import os
+import shlex
+
+import pytest
+
+pytest.register_assert_rewrite("harness")  # its failures say what differs
+
+from harness import SCAN, SQUARE_XML, Program, write_tree  # noqa: E402
+
+OPTIONS = {
+    "program": (None, "the program under test"),
+    "emulator": ("", "command that runs the program where the system cannot"),
+    "inspector": (None, "veldtrim-inspect, compared with every run where it is named"),
+    "eol": ("lf", "the line end of the program's platform, lf or crlf; crlf stands for Windows"),
+}
+
+
+def pytest_addoption(parser):
+    for name, (default, meaning) in OPTIONS.items():
+        variable = f"VELDTRIM_{name.upper()}"
+        default = os.environ.get(variable, default)
+        parser.addoption(f"--{name}", default=default, help=f"{meaning} (or {variable})")
+
+
+def pytest_collection_modifyitems(config, items):
+    windows = config.getoption("eol") == "crlf"
+    for item in items:
+        if item.get_closest_marker("posix" if windows else "windows"):
+            item.add_marker(pytest.mark.skip(reason="for another platform"))
+
+
+@pytest.fixture(scope="session")
+def program(pytestconfig):
+    path, emulator, inspector, eol = map(pytestconfig.getoption, OPTIONS)
+    if not path:
+        pytest.exit("name the program under test with --program or VELDTRIM_PROGRAM", 2)
+    inspector = inspector and os.path.abspath(inspector)
+    return Program([*shlex.split(emulator), os.path.abspath(path)], eol == "crlf", inspector)
+
+
+@pytest.fixture
+def workspace(tmp_path):
+    """A directory with one scan, one of whose two records is kept."""
+    write_tree(tmp_path, {"scans/a.xyz": SCAN, "boundary.xml": SQUARE_XML})
+    return tmp_path
