@@ -81,7 +81,7 @@ std::vector<ElevationPoint> pointsToTest(const std::vector<BoundaryVertex>& vert
 }
 
 void checkPoints(BoundaryModel& model) {
-    std::vector<BoundaryPolygon> polygons = model.polygons();
+    const std::vector<BoundaryPolygon>& polygons = model.polygons();
     const std::vector<BoundaryVertex>& vertices = model.vertices();
     const PointIndex index(polygons, vertices);
     const std::vector<ElevationPoint> points = pointsToTest(vertices);

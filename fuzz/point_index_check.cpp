@@ -35,7 +35,7 @@ struct Tally {
 bool checkModel(ModelGenerator::Kind kind, unsigned seed, Tally& tally) {
     ModelGenerator generator(seed);
     const veldtrim::BoundaryModel model = generator.model(kind);
-    std::vector<veldtrim::BoundaryPolygon> polygons = model.polygons();
+    const std::vector<veldtrim::BoundaryPolygon>& polygons = model.polygons();
     const veldtrim::PointIndex index(polygons, model.vertices());
     std::vector<ElevationPoint> points(pointsPerModel);
     std::generate(points.begin(), points.end(), [&] { return generator.point(model); });

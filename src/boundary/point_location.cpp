@@ -67,28 +67,26 @@ PointLocation locateOnSegment(const BoundarySegment& segment, const ElevationPoi
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
     const Ring ring(polygon, vertices);
-    if (ring.size() > 2) {
-        return walkRing(ring, point);
-    }
-    if (ring.size() < 2) {
+    if (ring.size() <= 1) {
         return PointLocation::Outside;
     }
-    if (polygon.segments.empty()) {
-        polygon.buildSegments(vertices);
+    if (ring.size() == 2) {
+        if (polygon.segments.empty()) {
+            polygon.buildSegments(vertices);
+        }
+        return locateOnSegment(polygon.segments.front(), point);
     }
-    return locateOnSegment(polygon.segments.front(), point);
+    return walkRing(ring, point);
 }
 
 PointLocation locatePoint(const BoundaryPolygon& polygon,
                           const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point) {
     const Ring ring(polygon, vertices);
-    if (ring.size() > 2) {
-        return walkRing(ring, point);
+    if (ring.size() == 2) {
+        return locateOnSegment({ring.vertex(0), ring.vertex(1)}, point);
     }
-    return ring.size() < 2
-               ? PointLocation::Outside
-               : locateOnSegment(BoundarySegment(ring.vertex(0), ring.vertex(1)), point);
+    return ring.size() < 2 ? PointLocation::Outside : walkRing(ring, point);
 }
 
 } // namespace veldtrim

@@ -36,7 +36,7 @@ inline bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& 
 PointLocation locatePoint(BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices,
                           const ElevationPoint& point);
 
-/// The same verdict, without `segments`.
+/// The same verdict; neither needs nor fills the polygon's `segments`.
 PointLocation locatePoint(const BoundaryPolygon& polygon,
                           const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point);
 

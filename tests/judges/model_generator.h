@@ -2,6 +2,7 @@
 #pragma once
 
 #include "boundary/model/boundary_model.h"
+#include "geometry/tolerance.h"
 #include "judges/model_builder.h"
 
 #include <algorithm>
@@ -236,7 +237,7 @@ private:
         const double end = start + size;
         addRing(model, {{start, start}, {start + 1, start}, {start, start + 1}});
         addRing(model, {{end, end}, {end - 1, end}, {end, end - 1}});
-        const double margin = std::ldexp(std::max(-start, end), -46); // as the index chooses it
+        const double margin = indexMargin(std::max(-start, end));
         const auto border = [&] {
             const std::size_t cells = std::size_t{2} << below(3);
             const double share =

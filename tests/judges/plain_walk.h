@@ -10,10 +10,9 @@
 
 namespace veldtrim::test {
 
-/// Whether one of the polygons holds the point.
-inline bool plainWalk(std::vector<BoundaryPolygon>& polygons,
+inline bool plainWalk(const std::vector<BoundaryPolygon>& polygons,
                       const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
-    return std::any_of(polygons.begin(), polygons.end(), [&](BoundaryPolygon& polygon) {
+    return std::any_of(polygons.begin(), polygons.end(), [&](const BoundaryPolygon& polygon) {
         return boundsContain(polygon, point) &&
                locatePoint(polygon, vertices, point) != PointLocation::Outside;
     });
@@ -21,12 +20,12 @@ inline bool plainWalk(std::vector<BoundaryPolygon>& polygons,
 
 /// Whether `found` is right: the verdict of any polygon that holds the point, inside or on its
 /// boundary, or `Outside` where none does.
-inline bool isVerdict(PointLocation found, std::vector<BoundaryPolygon>& polygons,
+inline bool isVerdict(PointLocation found, const std::vector<BoundaryPolygon>& polygons,
                       const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
     if (found == PointLocation::Outside) {
         return !plainWalk(polygons, vertices, point);
     }
-    return std::any_of(polygons.begin(), polygons.end(), [&](BoundaryPolygon& polygon) {
+    return std::any_of(polygons.begin(), polygons.end(), [&](const BoundaryPolygon& polygon) {
         return boundsContain(polygon, point) && locatePoint(polygon, vertices, point) == found;
     });
 }

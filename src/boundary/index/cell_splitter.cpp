@@ -45,14 +45,6 @@ bool oddBelow(CountingEnds counting, const BoundaryVertex* ends, double y) {
 
 } // namespace
 
-void Quarter::reset(const BoundingBox& newBox) {
-    box = newBox;
-    xCentre = 0.5 * (box.xMin + box.xMax);
-    yCentre = 0.5 * (box.yMin + box.yMax);
-    isFilled = false;
-    groups.clear();
-}
-
 void CellSplitter::split(const GroupList& groups, Quarters& quarters) const {
     for (auto reader = groups.read(); !reader.atEnd();) {
         const Group group = reader.next();

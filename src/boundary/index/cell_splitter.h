@@ -15,7 +15,13 @@ namespace veldtrim {
 /// A quarter of a cell that is being split.
 struct Quarter {
     /// Makes it the empty quarter with this box.
-    void reset(const BoundingBox& newBox);
+    void reset(const BoundingBox& newBox) {
+        box = newBox;
+        xCentre = 0.5 * (box.xMin + box.xMax);
+        yCentre = 0.5 * (box.yMin + box.yMax);
+        isFilled = false;
+        groups.clear();
+    }
 
     BoundingBox box;
     double xCentre = 0.0;

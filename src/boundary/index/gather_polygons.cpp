@@ -81,9 +81,6 @@ void PolygonCopies::add(const BoundaryPolygon& polygon,
     if (ring.size() < polygon.vertexIndices.size()) {
         copy.vertexIndices.push_back(copy.vertexIndices.front());
     }
-    if (ring.size() == 2) {
-        copy.buildSegments(vertices);
-    }
     polygons.push_back(copy);
 }
 

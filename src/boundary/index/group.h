@@ -16,11 +16,9 @@ namespace veldtrim {
 class GroupHead {
 public:
     static constexpr GroupHead ofRing(std::size_t edgeCount, bool odd) {
-        return GroupHead(edgeCount, odd ? oddBit : 0);
+        return {edgeCount, odd ? oddBit : 0};
     }
-    static constexpr GroupHead ofLine(std::size_t edgeCount) {
-        return GroupHead(edgeCount, lineBit);
-    }
+    static constexpr GroupHead ofLine(std::size_t edgeCount) { return {edgeCount, lineBit}; }
     [[nodiscard]] constexpr GroupHead withQueue() const { return fromWord(bits_ | queueBit); }
 
     static constexpr GroupHead fromWord(Word word) {
@@ -166,8 +164,7 @@ public:
     /// Begins a group, which `close` ends.
     void open(Word number) {
         head_ = words_.size();
-        words_.push_back(0);
-        words_.push_back(number);
+        words_.insert(words_.end(), {Word{0}, number});
     }
 
     /// Adds an edge to the open group.

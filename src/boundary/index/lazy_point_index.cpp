@@ -1,6 +1,5 @@
 #include "boundary/index/lazy_point_index.h"
 
-#include <algorithm>
 #include <cassert>
 #include <new>
 
@@ -25,8 +24,8 @@ std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
     return size;
 }
 
-/// The definition. Calls `count` with the number of polygons or vertices that it is about to look
-/// at.
+/// The definition: polygon after polygon. Calls `count` with the number of polygons or vertices
+/// that it is about to look at.
 template <typename Count>
 PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<BoundaryVertex>& vertices,
                    const ElevationPoint& point, Count count) {
@@ -45,15 +44,21 @@ PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<Bounda
 
 } // namespace
 
-PointLocation LazyPointIndex::locateByWalk(std::span<BoundaryPolygon> polygons,
-                                           const std::vector<BoundaryVertex>& vertices,
-                                           const ElevationPoint& point) {
-    return walk(polygons, vertices, point, [](std::size_t) {});
+PointLocation LazyPointIndex::locate(std::span<BoundaryPolygon> polygons,
+                                     const std::vector<BoundaryVertex>& vertices,
+                                     const ElevationPoint& point) {
+    if (index_) {
+        return index_->locate(point);
+    }
+    if (stage_ == Stage::Walked) {
+        return walk(polygons, vertices, point, [](std::size_t) {});
+    }
+    return walkAndCount(polygons, vertices, point);
 }
 
-PointLocation LazyPointIndex::locateByCountedWalk(std::span<BoundaryPolygon> polygons,
-                                                  const std::vector<BoundaryVertex>& vertices,
-                                                  const ElevationPoint& point) {
+PointLocation LazyPointIndex::walkAndCount(std::span<BoundaryPolygon> polygons,
+                                           const std::vector<BoundaryVertex>& vertices,
+                                           const ElevationPoint& point) {
     if (stage_ == Stage::Unknown) {
         const std::size_t size = sizeOf(polygons);
         stage_ = size > fewVertices ? Stage::Walking : Stage::Walked;
@@ -77,11 +82,6 @@ void LazyPointIndex::locateEach(std::span<BoundaryPolygon> polygons,
     assert(points.size() == locations.size());
     if (index_) {
         index_->locateEach(points, locations);
-        return;
-    }
-    if (stage_ == Stage::Walked) {
-        std::transform(points.begin(), points.end(), locations.begin(),
-                       [&](const auto& point) { return locateByWalk(polygons, vertices, point); });
         return;
     }
     for (std::size_t i = 0; i < points.size(); ++i) {

@@ -30,13 +30,7 @@ public:
     ///
     /// May fill `segments` of the polygons. Their indices must name elements of `vertices`.
     PointLocation locate(std::span<BoundaryPolygon> polygons,
-                         const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point) {
-        if (index_) {
-            return index_->locate(point);
-        }
-        return stage_ == Stage::Walked ? locateByWalk(polygons, vertices, point)
-                                       : locateByCountedWalk(polygons, vertices, point);
-    }
+                         const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point);
 
     /// `locate` for each of `points`, to the element of `locations` with the same position; there
     /// must be as many. With many polygons or vertices faster than one after the other.
@@ -51,15 +45,10 @@ private:
         Walked   ///< an index never pays, or there was no memory for it
     };
 
-    /// The definition, polygon after polygon.
-    static PointLocation locateByWalk(std::span<BoundaryPolygon> polygons,
-                                      const std::vector<BoundaryVertex>& vertices,
-                                      const ElevationPoint& point);
-
-    /// Walks, and builds the index when the walks have cost as much.
-    PointLocation locateByCountedWalk(std::span<BoundaryPolygon> polygons,
-                                      const std::vector<BoundaryVertex>& vertices,
-                                      const ElevationPoint& point);
+    /// Walks the polygons, and builds the index when the walks have cost enough.
+    PointLocation walkAndCount(std::span<BoundaryPolygon> polygons,
+                               const std::vector<BoundaryVertex>& vertices,
+                               const ElevationPoint& point);
 
     /// Builds the index, or goes without where there is no memory for it.
     void build(std::span<const BoundaryPolygon> polygons,

@@ -11,7 +11,7 @@ namespace veldtrim {
 struct LinePolygon {
     BoundingBox bounds;
     BoundarySegment segment; ///< of a flat polygon: its extent
-    bool isFlat;
+    bool isFlat = false;
 
     /// Whether the polygon holds the point, which is then on its boundary. A flat polygon holds all
     /// points of its height that pass the pretest, and no others.

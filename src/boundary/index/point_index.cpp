@@ -157,7 +157,7 @@ std::size_t PointIndex::byteSize() const {
                         bytesOf(data_.leaves) + bytesOf(data_.ringVertices) + bytesOf(data_.lines) +
                         bytesOf(data_.unindexed.polygons) + bytesOf(data_.unindexed.vertices);
     for (const BoundaryPolygon& polygon : data_.unindexed.polygons) {
-        bytes += bytesOf(polygon.vertexIndices) + bytesOf(polygon.segments);
+        bytes += bytesOf(polygon.vertexIndices);
     }
     return bytes;
 }

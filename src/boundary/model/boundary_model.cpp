@@ -28,13 +28,4 @@ void BoundaryModel::addPolygon(const BoundaryPolygon& polygon) {
     index_.reset();
 }
 
-PointLocation BoundaryModel::locate(const ElevationPoint& point) {
-    return index_.locate(polygons_, vertices_, point);
-}
-
-void BoundaryModel::locateEach(std::span<const ElevationPoint> points,
-                               std::span<PointLocation> locations) {
-    index_.locateEach(polygons_, vertices_, points, locations);
-}
-
 } // namespace veldtrim

@@ -43,11 +43,15 @@ public:
 
     /// Where the point lies with respect to one of the polygons that contain it, or `Outside` if
     /// there is none. Not const, like isInBoundary.
-    PointLocation locate(const ElevationPoint& point);
+    PointLocation locate(const ElevationPoint& point) {
+        return index_.locate(polygons_, vertices_, point);
+    }
 
     /// Stores the result of `locate` for each of `points` in the element of `locations` with the
     /// same position; both must have the same size. Faster than single calls for large models.
-    void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations);
+    void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations) {
+        index_.locateEach(polygons_, vertices_, points, locations);
+    }
 
 private:
     std::vector<BoundaryPolygon> polygons_;
