@@ -32,7 +32,7 @@ void countLineEnd(const Line& line, FileReport& report) {
 /// The reason of the run, and that of the system where the file cannot be opened.
 std::string reasonToLeaveOut(const std::string& path) {
     if (!hasInputExtension(path)) {
-        return "its name does not end in .txt, .xyz or .node";
+        return "its name does not end in " + listInputExtensions();
     }
     std::string reason = reasonToSkip(path);
     if (!reason.empty()) {

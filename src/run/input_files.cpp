@@ -6,6 +6,9 @@
 
 #include <pulsenote.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string_view>
 #include <system_error>
 
@@ -17,6 +20,8 @@ namespace veldtrim {
 namespace fs = boost::filesystem;
 
 namespace {
+
+constexpr std::array<std::string_view, 3> inputExtensions{".txt", ".xyz", ".node"};
 
 /// The verdict on a header stands long before this: a file without line feeds, however large, is
 /// not read into memory to find that it is none.
@@ -60,7 +65,18 @@ std::string reasonToSkip(const std::string& path) {
 
 bool hasInputExtension(std::string path) {
     const std::string_view view = path;
-    return view.ends_with(".txt") || view.ends_with(".xyz") || view.ends_with(".node");
+    return std::any_of(inputExtensions.begin(), inputExtensions.end(),
+                       [&](std::string_view extension) { return view.ends_with(extension); });
+}
+
+std::string listInputExtensions() {
+    std::string list;
+    for (std::size_t i = 0; i < inputExtensions.size(); ++i) {
+        const bool isLast = i + 1 == inputExtensions.size();
+        list += i == 0 ? "" : isLast ? " or " : ", ";
+        list += inputExtensions[i];
+    }
+    return list;
 }
 
 bool isInputFile(std::string path) {

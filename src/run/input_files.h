@@ -11,6 +11,9 @@ namespace veldtrim {
 /// Whether the path ends in ".txt", ".xyz" or ".node", byte for byte.
 bool hasInputExtension(std::string path);
 
+/// The accepted endings for a message: ".txt, .xyz or .node".
+std::string listInputExtensions();
+
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line
 /// is an accepted header.
 ///
