@@ -33,12 +33,13 @@ std::string checkPictureName(const std::string& name) {
 }
 
 void describe(CLI::App& app, Arguments& arguments) {
-    app.add_option("input-directory", arguments.inputDirectory,
-                   "directory of the elevation point files; ./NAME for one right here")
+    app.add_option(
+           "input-directory", arguments.inputDirectory,
+           "directory of the elevation point files; ./NAME for one in the current directory")
         ->required();
     app.add_option("boundary-file", arguments.boundaryFile, "XML file with the polygons")
         ->required();
-    app.add_option("--picture", arguments.picture, "draw to this file, .png or .svg")
+    app.add_option("--picture", arguments.picture, "draw a picture to this file, .png or .svg")
         ->check(CLI::Validator(checkPictureName, "FILE.png|FILE.svg"));
     app.add_flag("--json", arguments.asJson, "print JSON instead of text");
     app.set_version_flag("--version", VELDTRIM_VERSION);

@@ -63,10 +63,10 @@ std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
     const double dy = gap(points.yMin, points.yMax, model.yMin, model.yMax);
     std::string way;
     if (dx != 0.0) {
-        way = coordinate(std::fabs(dx)) + " units towards " + (dx > 0.0 ? "larger x" : "smaller x");
+        way = distance(std::fabs(dx)) + " units towards " + (dx > 0.0 ? "larger x" : "smaller x");
     }
     if (dy != 0.0) {
-        way += (way.empty() ? "" : " and ") + coordinate(std::fabs(dy)) + " units towards " +
+        way += (way.empty() ? "" : " and ") + distance(std::fabs(dy)) + " units towards " +
                (dy > 0.0 ? "larger y" : "smaller y");
     }
     return way;
@@ -98,7 +98,7 @@ void addHintsOnBounds(const Report& report, std::vector<std::string>& hints) {
     }
     hints.push_back(
         "the boundaries lie elsewhere, " + wayFrom(points, model) +
-        " from the points: boundaries of another tile, or of another coordinate system");
+        " from the points: they may belong to another tile or another coordinate system");
 }
 
 void addHintsOnFiles(const Report& report, std::vector<std::string>& hints) {
@@ -117,15 +117,15 @@ void addHintsOnFiles(const Report& report, std::vector<std::string>& hints) {
     say(count([](const FileReport& file) {
             return file.taken && !file.failed && !file.header.hasSeparator();
         }),
-        "with a node header of fewer than four characters: the fourth names the separator, without "
-        "it no record is read");
+        "with a node header of fewer than four characters: the fourth one names the separator, and "
+        "without it no record is read");
     say(count([](const FileReport& file) { return file.lastLineUnread; }),
-        "whose last line no line feed ends: that line is not read");
+        "whose last line has no line feed: that line is not read");
     say(count([](const FileReport& file) {
             return file.taken && file.counts.records > 0 &&
                    file.counts.unparsed == file.counts.records;
         }),
-        "in which no record can be read; the reasons stand with the file");
+        "in which no record can be read: see the reasons given for the file");
 }
 
 } // namespace

@@ -27,7 +27,7 @@ std::string directoryFailure(const fs::path& path) {
     const fs::path workspace = path.parent_path();
     if (!fs::is_directory(workspace)) {
         return "the workspace \"" + workspace.string() +
-               "\" does not exist; for a directory in the current one write ./" + path.string();
+               "\" does not exist; for a directory in the current one, write ./" + path.string();
     }
     if (!fs::is_directory(workspace / path.filename())) {
         return "the input directory " + path.string() + " does not exist";
@@ -59,7 +59,7 @@ void remarkOnPolygonsApart(Report& report) {
                 return polygon.bounds.overlaps(file.bounds);
             });
         if (!overlaps && polygon.vertices > 0) {
-            polygon.remarks.emplace_back("it overlaps the bounds of no file");
+            polygon.remarks.emplace_back("it lies outside the bounds of every file");
         }
     }
 }

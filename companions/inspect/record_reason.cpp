@@ -27,7 +27,12 @@ std::size_t endOfFirstField(std::string_view text, char separator) {
     return word == std::string_view::npos ? word : text.find_first_of(blanks, word);
 }
 
+/// The complaint about a field at the start of `rest`. Where blanks separate the fields, those
+/// before it are not part of it.
 std::string notNumber(const char* name, std::string_view rest, char separator) {
+    if (separator == ' ') {
+        rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
+    }
     return std::string(name) +
            " is not a number: " + quoted(rest.substr(0, endOfFirstField(rest, separator)));
 }
@@ -49,7 +54,10 @@ std::string reasonNotParsed(std::string_view line, ElevationHeader header) {
     case RecordFault::NoX:
         return notNumber("x", rest, header.separator);
     case RecordFault::NoY:
-        return notNumber("y", rest, header.separator);
+        // Without a blank before it, what a blank-separated x is followed by belongs to x.
+        return header.separator == ' ' && blanks.find(rest.front()) == std::string_view::npos
+                   ? notNumber("x", line, header.separator)
+                   : notNumber("y", rest, header.separator);
     case RecordFault::NothingAfterY:
         return "nothing follows y";
     default:

@@ -1,4 +1,4 @@
-/// What an inspection finds out, before anybody writes it down.
+/// What an inspection finds out.
 #pragma once
 
 #include "elevation/header.h"
@@ -31,7 +31,7 @@ struct UnparsedLine {
 struct FileReport {
     std::string name;
     bool taken = false;
-    std::string reason; ///< why it is left out; or the failure that would end the run
+    std::string reason; ///< why it is left out, or the failure that would end the run
     bool failed = false;
     ElevationHeader header;
     std::int64_t lineFeeds = 0;

@@ -12,6 +12,12 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
 }
 
+std::string inDigits(double value, int digits) {
+    std::array<char, 40> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%.*g", digits, value);
+    return {text.data(), static_cast<std::size_t>(length > 0 ? length : 0)};
+}
+
 } // namespace
 
 std::string grouped(std::int64_t number) {
@@ -24,9 +30,11 @@ std::string grouped(std::int64_t number) {
 }
 
 std::string coordinate(double value) {
-    std::array<char, 40> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.9g", value);
-    return {text.data(), static_cast<std::size_t>(length > 0 ? length : 0)};
+    return inDigits(value, 9);
+}
+
+std::string distance(double value) {
+    return inDigits(value, 6);
 }
 
 std::string printable(std::string_view text) {

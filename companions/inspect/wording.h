@@ -13,6 +13,9 @@ std::string grouped(std::int64_t number);
 /// A coordinate in at most nine significant digits.
 std::string coordinate(double value);
 
+/// A distance in at most six significant digits.
+std::string distance(double value);
+
 /// The text with each control character replaced by "?".
 std::string printable(std::string_view text);
 
