@@ -1,12 +1,12 @@
 #include "inspect/file_inspector.h"
 
-#include "elevation/header.h"
-#include "elevation/record.h"
 #include "elevation/record_count.h"
 #include "inspect/record_reason.h"
+#include "platform/file.h"
 #include "run/input_files.h"
 #include "text/line_reader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <exception>
@@ -20,12 +20,8 @@ namespace {
 
 constexpr std::size_t mostUnparsedLines = 5;
 
-/// Records that are looked at for decimal commas: whoever writes them writes them everywhere.
+/// Records that are searched for decimal commas: people write them everywhere or nowhere.
 constexpr std::int64_t recordsForCommas = 1000;
-
-std::int32_t columnsOf(std::int32_t layout) {
-    return layout == 0 ? 0 : layout + 2;
-}
 
 void countLineEnd(const Line& line, FileReport& report) {
     const std::size_t size = line.raw.size() - line.text.size();
@@ -73,62 +69,59 @@ void FileInspector::readFile(const std::string& path, FileReport& report) {
     Line line;
     input.next(line);
     countLineEnd(line, report);
-    std::int32_t layout = 0;
     std::string errorText;
-    if (!parseHeader(line.text, report.separator, report.format, layout, errorText)) {
-        return; // it changed since it was looked at
+    if (!readHeader(line.text, report.header, errorText)) {
+        return; // the file has changed since reasonToLeaveOut looked at it
     }
-    report.columns = columnsOf(layout);
+    RecordReader records(input, report.header, model_, recordCount);
     for (std::int32_t i = 0; i < recordCount; ++i) {
-        input.next(line);
-        countLineEnd(line, report);
-        inspectRecord(line.text, std::int64_t{i} + 2, report);
+        inspectRecord(records.next(), std::int64_t{i} + 2, report);
     }
-    report.counts.records = recordCount > 0 ? recordCount : 0;
+    report.counts.records = std::max(recordCount, 0);
     report.lastLineUnread = recordCount >= 0 && input.next(line);
 }
 
-void FileInspector::inspectRecord(std::string_view line, std::int64_t number, FileReport& report) {
-    ElevationPoint point;
-    if (!parseRecord(line, report.format, report.separator, point)) {
+void FileInspector::inspectRecord(const Record& record, std::int64_t number, FileReport& report) {
+    const std::string_view line = record.line.text;
+    countLineEnd(record.line, report);
+    if (record.fault == RecordFault::None) {
+        inspectPoint(record, report);
+    } else {
         ++report.counts.unparsed;
         if (report.firstUnparsed.size() < mostUnparsedLines) {
-            report.firstUnparsed.push_back(
-                {number, reasonNotParsed(line, report.format, report.separator)});
+            report.firstUnparsed.push_back({number, reasonNotParsed(line, report.header)});
         }
-    } else {
-        inspectPoint(point, report);
     }
-    if (number <= recordsForCommas && hasDecimalComma(line, report.separator, report.columns)) {
+    if (number <= recordsForCommas && hasDecimalComma(line, report.header)) {
         ++report.decimalCommas;
     }
 }
 
-void FileInspector::inspectPoint(const ElevationPoint& point, FileReport& report) {
+void FileInspector::inspectPoint(const Record& record, FileReport& report) {
+    const ElevationPoint& point = record.point;
     report.bounds.add(point.x, point.y);
-    PointLocation location = PointLocation::Outside;
-    for (const std::uint32_t polygon : finder_.candidates(point)) {
-        const PointLocation one = finder_.locate(polygon, point);
-        if (one != PointLocation::Outside) {
-            ++polygons_[polygon].held;
-            location = location == PointLocation::Inside ? location : one;
-        }
-    }
-    switch (location) {
-    case PointLocation::Inside:
-        ++report.counts.inside;
-        break;
-    case PointLocation::OnBoundary:
-        ++report.counts.onBoundary;
-        break;
-    case PointLocation::Outside:
+    if (!record.isKept()) {
         ++report.counts.outside;
-        break;
+    } else if (findPolygons(point)) {
+        ++report.counts.inside;
+    } else {
+        ++report.counts.onBoundary;
     }
     if (density_ != nullptr) {
-        density_->add(point.x, point.y,
-                      location == PointLocation::Outside ? Density::Dropped : Density::Kept);
+        density_->add(point.x, point.y, record.isKept() ? Density::Kept : Density::Dropped);
     }
+}
+
+/// Counts the point for each polygon that contains it. Returns whether it is inside one of them,
+/// not only on edges.
+bool FileInspector::findPolygons(const ElevationPoint& point) {
+    bool isInside = false;
+    for (const std::uint32_t polygon : finder_.candidates(point)) {
+        const PointLocation location = finder_.locate(polygon, point);
+        polygons_[polygon].held += location != PointLocation::Outside ? 1 : 0;
+        isInside = isInside || location == PointLocation::Inside;
+    }
+    return isInside;
 }
 
 } // namespace veldtrim

@@ -1,30 +1,37 @@
 /// What a clipping run would do with one file.
 #pragma once
 
-#include "inspect/density.h"
+#include "boundary/model/boundary_model.h"
+#include "inspect/picture/density.h"
 #include "inspect/polygon_finder.h"
 #include "inspect/report.h"
+#include "run/record_reader.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace veldtrim {
 
-/// Reads a file as the clipping pass does, and keeps account instead of records.
+/// Reads files with the reader of the clipping pass and counts records instead of writing them.
 class FileInspector {
 public:
-    /// `density` may be null: there is no picture then.
-    FileInspector(PolygonFinder& finder, std::vector<PolygonReport>& polygons, Density* density)
-        : finder_(finder), polygons_(polygons), density_(density) {}
+    /// `finder` and `polygons` are those of `model`. `density` may be null: then nothing is drawn.
+    /// All of them must outlive the inspector.
+    FileInspector(BoundaryModel& model, PolygonFinder& finder, std::vector<PolygonReport>& polygons,
+                  Density* density)
+        : model_(model), finder_(finder), polygons_(polygons), density_(density) {}
 
-    /// A failure of the system is told in the report, not thrown.
+    /// A failure of the system is part of the report and is not thrown.
     FileReport inspect(const std::string& path);
 
 private:
     void readFile(const std::string& path, FileReport& report);
-    void inspectRecord(std::string_view line, std::int64_t number, FileReport& report);
-    void inspectPoint(const ElevationPoint& point, FileReport& report);
+    void inspectRecord(const Record& record, std::int64_t number, FileReport& report);
+    void inspectPoint(const Record& record, FileReport& report);
+    bool findPolygons(const ElevationPoint& point);
 
+    BoundaryModel& model_;
     PolygonFinder& finder_;
     std::vector<PolygonReport>& polygons_;
     Density* density_;

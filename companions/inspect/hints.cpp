@@ -1,9 +1,10 @@
 #include "inspect/hints.h"
 
+#include "inspect/wording.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 namespace veldtrim {
 
@@ -53,12 +54,6 @@ constexpr std::array<Unit, 6> units{{
 /// Less than this share of the smaller bounds in common counts as apart.
 constexpr double noticeable = 0.05;
 
-std::string number(double value) {
-    std::array<char, 40> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.6g", value);
-    return {text.data(), static_cast<std::size_t>(std::max(length, 0))};
-}
-
 /// How far and which way the boundaries lie from the points.
 std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
     const auto gap = [](double aLow, double aHigh, double bLow, double bHigh) {
@@ -68,18 +63,18 @@ std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
     const double dy = gap(points.yMin, points.yMax, model.yMin, model.yMax);
     std::string way;
     if (dx != 0.0) {
-        way = number(std::fabs(dx)) + " units towards " + (dx > 0.0 ? "larger x" : "smaller x");
+        way = distance(std::fabs(dx)) + " units towards " + (dx > 0.0 ? "larger x" : "smaller x");
     }
     if (dy != 0.0) {
-        way += (way.empty() ? "" : " and ") + number(std::fabs(dy)) + " units towards " +
+        way += (way.empty() ? "" : " and ") + distance(std::fabs(dy)) + " units towards " +
                (dy > 0.0 ? "larger y" : "smaller y");
     }
     return way;
 }
 
 void addHintsOnBounds(const Report& report, std::vector<std::string>& hints) {
-    const BoundingBox& points = report.pointBounds.box;
-    const BoundingBox& model = report.modelBounds.box;
+    const BoundingBox& points = report.pointBounds;
+    const BoundingBox& model = report.modelBounds;
     if (overlap(points, model) > 0.0) {
         return;
     }
@@ -103,7 +98,7 @@ void addHintsOnBounds(const Report& report, std::vector<std::string>& hints) {
     }
     hints.push_back(
         "the boundaries lie elsewhere, " + wayFrom(points, model) +
-        " from the points: boundaries of another tile, or of another coordinate system");
+        " from the points: they may belong to another tile or another coordinate system");
 }
 
 void addHintsOnFiles(const Report& report, std::vector<std::string>& hints) {
@@ -120,17 +115,17 @@ void addHintsOnFiles(const Report& report, std::vector<std::string>& hints) {
     say(count([](const FileReport& file) { return file.decimalCommas > 0; }),
         "with decimal commas: numbers are read up to the comma; write decimal points");
     say(count([](const FileReport& file) {
-            return file.taken && file.separator == '\n' && file.format != 'x';
+            return file.taken && !file.failed && !file.header.hasSeparator();
         }),
-        "with a node header of fewer than four characters: the fourth names the separator, without "
-        "it no record is read");
+        "with a node header of fewer than four characters: the fourth one names the separator, and "
+        "without it no record is read");
     say(count([](const FileReport& file) { return file.lastLineUnread; }),
-        "whose last line no line feed ends: that line is not read");
+        "whose last line has no line feed: that line is not read");
     say(count([](const FileReport& file) {
             return file.taken && file.counts.records > 0 &&
                    file.counts.unparsed == file.counts.records;
         }),
-        "in which no record can be read; the reasons stand with the file");
+        "in which no record can be read: see the reasons given for the file");
 }
 
 } // namespace

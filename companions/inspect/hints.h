@@ -1,4 +1,4 @@
-/// What a person should look at when a run keeps little.
+/// Hints at what is likely wrong with a workspace.
 #pragma once
 
 #include "inspect/report.h"
@@ -8,7 +8,7 @@
 
 namespace veldtrim {
 
-/// Whether so little would be kept that the bounds should be held against each other.
+/// Whether so few points would be kept that points and boundaries probably do not fit together.
 bool keepsLittle(const Report& report);
 
 /// Sentences on what is likely wrong, the likeliest first; none for a sound workspace.

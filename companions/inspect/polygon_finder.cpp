@@ -10,7 +10,7 @@ namespace veldtrim {
 
 namespace {
 
-/// More than how far beyond its bounds a polygon holds points.
+/// How far beyond its bounds a polygon is looked for: further than it holds points.
 constexpr double margin = 10 * pretestTolerance;
 
 constexpr std::size_t mostCellsInARow = 256;

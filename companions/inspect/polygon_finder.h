@@ -1,4 +1,4 @@
-/// Which polygons hold a point: all of them, each with its verdict.
+/// Finds every polygon that holds a point, not only the first.
 #pragma once
 
 #include "boundary/index/lazy_point_index.h"
@@ -14,10 +14,11 @@ namespace veldtrim {
 /// The polygons of a model, found through a grid over their bounds.
 class PolygonFinder {
 public:
-    /// `model` must outlive the finder and stay as it is.
+    /// `model` must outlive the finder and not change.
     explicit PolygonFinder(const BoundaryModel& model);
 
-    /// The polygons that may hold the point, by their places in the model; no other does.
+    /// The polygons that may hold the point, by their positions in the model; no other polygon
+    /// does.
     [[nodiscard]] std::span<const std::uint32_t> candidates(const ElevationPoint& point) const;
 
     /// The point test of the clipping run, for one polygon.

@@ -1,21 +1,18 @@
 /// Why a line is no record, in words.
 #pragma once
 
-#include <cstdint>
+#include "elevation/header.h"
+
 #include <string>
 #include <string_view>
 
 namespace veldtrim {
 
-/// Why parseRecord does not take `line`, found by asking it about changed copies of the line. For a
-/// line that it takes the answer means nothing.
-std::string reasonNotParsed(std::string_view line, char format, char separator);
+/// Why `line` is no record of a file with this header. For a line that is one, the answer has no
+/// meaning.
+std::string reasonNotParsed(std::string_view line, ElevationHeader header);
 
 /// Whether x or y of a record seems to be written with a decimal comma, at which reading stops.
-/// `columns` is the number of columns that the header names, 0 where it names none.
-bool hasDecimalComma(std::string_view record, char separator, std::int32_t columns);
-
-/// The separator as a person reads it: "blank", "tab", or the character in quotes.
-std::string describeSeparator(char separator);
+bool hasDecimalComma(std::string_view record, ElevationHeader header);
 
 } // namespace veldtrim

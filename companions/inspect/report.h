@@ -1,25 +1,14 @@
-/// What an inspection finds out, before anybody writes it down.
+/// What an inspection finds out.
 #pragma once
 
-#include "boundary/boundary_polygon.h"
-#include "geometry/elevation_point.h"
+#include "elevation/header.h"
+#include "geometry/bounding_box.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace veldtrim {
-
-/// The box of the points added so far; empty at first. Coordinates that are no numbers do not
-/// count.
-struct PointBounds {
-    BoundingBox box = BoundingBox::empty();
-
-    void add(double x, double y) { box.add(x, y); }
-    void add(const BoundingBox& other) { box.add(other); }
-    [[nodiscard]] bool isEmpty() const { return box.isEmpty(); }
-};
 
 /// What happens to the records of a file, or of all files.
 struct RecordCounts {
@@ -42,18 +31,16 @@ struct UnparsedLine {
 struct FileReport {
     std::string name;
     bool taken = false;
-    std::string reason; ///< why it is left out; or the failure that would end the run
+    std::string reason; ///< why it is left out, or the failure that would end the run
     bool failed = false;
-    char format = 0;
-    char separator = 0;
-    std::int32_t columns = 0; ///< that the header names; 0 for a node header
+    ElevationHeader header;
     std::int64_t lineFeeds = 0;
     std::int64_t carriageReturnLineFeeds = 0;
     RecordCounts counts;
     std::vector<UnparsedLine> firstUnparsed;
     std::int64_t decimalCommas = 0; ///< records whose x or y seems to go on after a comma
     bool lastLineUnread = false;    ///< text after the last line feed
-    PointBounds bounds;
+    BoundingBox bounds = BoundingBox::empty(); ///< of the points
 };
 
 struct PolygonReport {
@@ -61,9 +48,8 @@ struct PolygonReport {
     std::size_t vertices = 0;
     BoundingBox bounds;
     double area = 0.0;
-    std::int64_t held = 0; ///< records; one that two polygons hold counts for both
-    /// What is odd about the ring, in words; empty for a sound one.
-    std::vector<std::string> remarks;
+    std::int64_t held = 0;            ///< records; one that two polygons contain counts for both
+    std::vector<std::string> remarks; ///< what is odd about the ring; none for a sound one
 };
 
 struct Report {
@@ -74,8 +60,8 @@ struct Report {
     std::vector<FileReport> files;
     std::vector<PolygonReport> polygons;
     RecordCounts total;
-    PointBounds pointBounds;
-    PointBounds modelBounds;
+    BoundingBox pointBounds = BoundingBox::empty();
+    BoundingBox modelBounds = BoundingBox::empty();
     std::vector<std::string> hints;
 
     /// Whether a run would finish and keep a record.

@@ -1,4 +1,4 @@
-#include "inspect/report_text.h"
+#include "inspect/report_json.h"
 
 #include <nlohmann/json.hpp>
 
@@ -9,11 +9,10 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 Json json(const BoundingBox& box) {
+    if (box.isEmpty()) {
+        return {};
+    }
     return {{"xMin", box.xMin}, {"yMin", box.yMin}, {"xMax", box.xMax}, {"yMax", box.yMax}};
-}
-
-Json json(const PointBounds& bounds) {
-    return bounds.isEmpty() ? Json() : json(bounds.box);
 }
 
 Json json(const RecordCounts& counts) {
@@ -33,9 +32,10 @@ Json json(const FileReport& file) {
     if (!file.taken || file.failed) {
         return object;
     }
-    object["format"] = file.format == 'x' ? "xyz" : "node";
-    object["columns"] = file.columns > 0 ? Json(file.columns) : Json();
-    object["separator"] = file.separator == '\n' ? Json() : Json(std::string(1, file.separator));
+    object["format"] = file.header.format == 'x' ? "xyz" : "node";
+    object["columns"] = file.header.columns() > 0 ? Json(file.header.columns()) : Json();
+    object["separator"] =
+        file.header.hasSeparator() ? Json(std::string(1, file.header.separator)) : Json();
     object["lineEnds"] = {{"lf", file.lineFeeds}, {"crLf", file.carriageReturnLineFeeds}};
     object["records"] = json(file.counts);
     object["bounds"] = json(file.bounds);

@@ -1,25 +1,11 @@
 #include "inspect/report_text.h"
 
 #include "inspect/hints.h"
-#include "inspect/record_reason.h"
-
-#include <array>
-#include <cstdio>
-#include <string_view>
+#include "inspect/wording.h"
 
 namespace veldtrim {
 
 namespace {
-
-std::string printable(std::string_view text) {
-    std::string shown(text);
-    for (char& character : shown) {
-        if (static_cast<unsigned char>(character) < 0x20 || character == 0x7f) {
-            character = '?';
-        }
-    }
-    return shown;
-}
 
 std::string boxText(const BoundingBox& box) {
     return "x " + coordinate(box.xMin) + " to " + coordinate(box.xMax) + ", y " +
@@ -46,15 +32,16 @@ void appendFile(const FileReport& file, std::string& text) {
         text += indent + (file.failed ? "FAILS: " : "left out: ") + printable(file.reason) + '\n';
         return;
     }
-    text += indent + (file.format == 'x' ? "xyz" : "node");
-    if (file.columns > 0) {
-        text += ", " + std::to_string(file.columns) + " columns";
+    text += indent + (file.header.format == 'x' ? "xyz" : "node");
+    if (file.header.columns() > 0) {
+        text += ", " + std::to_string(file.header.columns()) + " columns";
     }
-    text += ", separator " + describeSeparator(file.separator) + ", lines end in " +
-            lineEnds(file) + '\n';
+    text += ", separator " +
+            (file.header.hasSeparator() ? describeSeparator(file.header.separator) : "none") +
+            ", lines end in " + lineEnds(file) + '\n';
     text += indent + grouped(file.counts.records) + " records: " + countsText(file.counts) + '\n';
     if (!file.bounds.isEmpty()) {
-        text += indent + boxText(file.bounds.box) + '\n';
+        text += indent + boxText(file.bounds) + '\n';
     }
     for (const UnparsedLine& line : file.firstUnparsed) {
         text += indent + "line " + grouped(line.number) + ": " + line.reason + '\n';
@@ -87,21 +74,6 @@ void appendPolygon(const PolygonReport& polygon, std::string& text) {
 
 } // namespace
 
-std::string grouped(std::int64_t number) {
-    std::string digits = std::to_string(number);
-    for (std::size_t at = digits.size(); at > 3 && digits[at - 4] != '-';) {
-        at -= 3;
-        digits.insert(at, ",");
-    }
-    return digits;
-}
-
-std::string coordinate(double value) {
-    std::array<char, 40> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.9g", value);
-    return {text.data(), static_cast<std::size_t>(length > 0 ? length : 0)};
-}
-
 std::string textOf(const Report& report) {
     std::string text = "Input directory  " + printable(report.inputDirectory) + '\n' +
                        "Boundary file    " + printable(report.boundaryFile) + '\n';
@@ -122,8 +94,8 @@ std::string textOf(const Report& report) {
             grouped(static_cast<std::int64_t>(report.files.size())) +
             " files: " + countsText(report.total) + '\n';
     if (keepsLittle(report) && !report.modelBounds.isEmpty()) {
-        text += "  bounds of the points      " + boxText(report.pointBounds.box) + '\n';
-        text += "  bounds of the boundaries  " + boxText(report.modelBounds.box) + '\n';
+        text += "  bounds of the points      " + boxText(report.pointBounds) + '\n';
+        text += "  bounds of the boundaries  " + boxText(report.modelBounds) + '\n';
     }
     for (const std::string& hint : report.hints) {
         text += "  Look at this: " + hint + '\n';

@@ -13,7 +13,7 @@ namespace veldtrim {
 
 namespace {
 
-/// On which side of the line from a to b the vertex c lies: the sign counts.
+/// The side of the line from a to b on which the vertex c lies, told by the sign.
 double side(const BoundaryVertex& a, const BoundaryVertex& b, const BoundaryVertex& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
@@ -29,9 +29,9 @@ bool cross(const BoundaryVertex& a, const BoundaryVertex& b, const BoundaryVerte
 }
 
 struct Crossing {
-    std::size_t first = 0; ///< places of the two edges in the ring
+    std::size_t first = 0; ///< positions of the two edges in the ring
     std::size_t second = 0;
-    bool exhausted = false; ///< there was not one among the pairs that were compared
+    bool exhausted = false; ///< none was found before the search was given up
 };
 
 /// The first crossing found: edges are sorted by where they begin on the x axis, and each compared
@@ -119,22 +119,21 @@ std::vector<std::string> remarksOn(const BoundaryPolygon& polygon,
         return {"it has fewer than two vertices, so it holds nothing"};
     }
     if (!hasFiniteVertices(ring)) {
-        return {"it has coordinates that are no finite numbers"};
+        return {"it has coordinates that are not finite numbers"};
     }
     if (isFlat(ring)) {
-        return {"it is flat: a line holds only the points that lie exactly on it"};
+        return {"it is flat: it holds only the points that lie exactly on its line"};
     }
     const std::optional<Crossing> crossing = findCrossing(ring);
     if (!crossing) {
         return {};
     }
     if (crossing->exhausted) {
-        return {
-            "it is too intricate to be searched for crossings to the end; none was found so far"};
+        return {"it is too intricate to search it completely for crossings; none was found so far"};
     }
     return {"it crosses itself: the edges after vertices " + std::to_string(crossing->first + 1) +
             " and " + std::to_string(crossing->second + 1) +
-            " cross; parts that it runs around twice count as outside"};
+            " cross; parts that it goes round twice count as outside"};
 }
 
 } // namespace veldtrim

@@ -14,8 +14,8 @@ double areaOf(const BoundaryPolygon& polygon, const std::vector<BoundaryVertex>&
 
 /// Sentences on a ring that holds nothing, is flat or crosses itself; none for a sound one.
 ///
-/// Crossings are looked for with a bounded number of comparisons, whatever the shape; where they do
-/// not suffice, a sentence says so.
+/// The search for crossings is given up after a fixed number of comparisons; a sentence then says
+/// so.
 std::vector<std::string> remarksOn(const BoundaryPolygon& polygon,
                                    const std::vector<BoundaryVertex>& vertices);
 

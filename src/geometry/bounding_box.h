@@ -53,6 +53,10 @@ struct BoundingBox {
         return xMin <= x && x <= xMax && yMin <= y && y <= yMax;
     }
 
+    [[nodiscard]] constexpr bool contains(const BoundingBox& other) const {
+        return xMin <= other.xMin && other.xMax <= xMax && yMin <= other.yMin && other.yMax <= yMax;
+    }
+
     /// Whether the boxes have a point in common; touching is enough.
     [[nodiscard]] constexpr bool overlaps(const BoundingBox& other) const {
         return xMin <= other.xMax && other.xMin <= xMax && yMin <= other.yMax && other.yMin <= yMax;

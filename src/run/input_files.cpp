@@ -7,6 +7,8 @@
 #include <pulsenote.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string_view>
 #include <system_error>
 
@@ -18,6 +20,8 @@ namespace veldtrim {
 namespace fs = boost::filesystem;
 
 namespace {
+
+constexpr std::array<std::string_view, 3> inputExtensions{".txt", ".xyz", ".node"};
 
 /// The verdict on a header stands long before this: a file without line feeds, however large, is
 /// not read into memory to find that it is none.
@@ -59,20 +63,20 @@ std::string reasonToSkip(const std::string& path) {
     return errorText;
 }
 
-std::string listInputExtensions() {
-    std::string list;
-    for (const std::string_view& each : inputExtensions) {
-        if (!list.empty()) {
-            list += &each == &inputExtensions.back() ? " or " : ", ";
-        }
-        list += each;
-    }
-    return list;
+bool hasInputExtension(std::string path) {
+    const std::string_view view = path;
+    return std::any_of(inputExtensions.begin(), inputExtensions.end(),
+                       [&](std::string_view extension) { return view.ends_with(extension); });
 }
 
-bool hasInputExtension(std::string path) {
-    return std::any_of(inputExtensions.begin(), inputExtensions.end(),
-                       [&](std::string_view each) { return path.ends_with(each); });
+std::string listInputExtensions() {
+    std::string list;
+    for (std::size_t i = 0; i < inputExtensions.size(); ++i) {
+        const bool isLast = i + 1 == inputExtensions.size();
+        list += i == 0 ? "" : isLast ? " or " : ", ";
+        list += inputExtensions[i];
+    }
+    return list;
 }
 
 bool isInputFile(std::string path) {

@@ -10,14 +10,14 @@
 
 namespace veldtrim {
 
-/// What the names of input files end in.
-inline constexpr auto inputExtensions = std::to_array<std::string_view>({".txt", ".xyz", ".node"});
-
 /// The accepted endings as a sentence lists them: ".txt, .xyz or .node".
 std::string listInputExtensions();
 
 /// Whether the path ends in an accepted ending, byte for byte.
 bool hasInputExtension(std::string path);
+
+/// The accepted endings for a message: ".txt, .xyz or .node".
+std::string listInputExtensions();
 
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line
 /// is an accepted header.

@@ -5,6 +5,7 @@
 #include <veldtrim/xml_reader.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -16,19 +17,19 @@ inline bool convert(std::string text, double& value) {
     return XMLReader::stringToDouble(std::move(text), value);
 }
 
-inline bool convert(std::string text, int& value) {
+inline bool convert(std::string text, std::int32_t& value) {
     return XMLReader::stringToInt(std::move(text), value);
 }
 
-/// Reads attributes as numbers of one type, in time that stays linear in the document: a long value
-/// that many elements share is converted once.
+/// Reads attributes as numbers of one type, in time linear in the size of the document: a long
+/// value that many elements share is converted once.
 template <typename Number>
 class AttributeNumbers {
 public:
     explicit AttributeNumbers(const CMarkupSTL& document) : document_(document) {}
 
-    /// The attribute of the document's child position as a number; false, with `value` of no
-    /// meaning, when it is missing or none.
+    /// Reads the attribute `name` of the document's child position as a number. Returns false, with
+    /// `value` unspecified, when the attribute is missing or not a number.
     bool read(const char* name, Number& value) {
         const std::string_view source = document_.getChildAttributeSource(name);
         if (source.size() <= usualLength) {
@@ -36,26 +37,26 @@ public:
                        ? convert(std::string(source), value)
                        : convert(document_.getChildAttribute(name), value);
         }
-        const auto [place, isNew] = longOnes_.try_emplace(source.data());
-        Known& known = place->second;
+        const auto [place, isNew] = longValues_.try_emplace(source.data());
+        Conversion& conversion = place->second;
         if (isNew) {
-            known.isNumber = convert(document_.getChildAttribute(name), known.value);
+            conversion.isNumber = convert(document_.getChildAttribute(name), conversion.value);
         }
-        value = known.value;
-        return known.isNumber;
+        value = conversion.value;
+        return conversion.isNumber;
     }
 
 private:
-    struct Known {
+    struct Conversion {
         Number value = 0;
         bool isNumber = false;
     };
 
-    /// Longer than any number that is meant as one.
+    /// Longer than any number that somebody writes on purpose.
     static constexpr std::size_t usualLength = 256;
 
     const CMarkupSTL& document_;
-    std::map<const char*, Known> longOnes_; ///< by the place of the value in the text
+    std::map<const char*, Conversion> longValues_; ///< by the value's address in the text
 };
 
 } // namespace veldtrim

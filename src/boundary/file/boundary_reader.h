@@ -14,10 +14,10 @@ namespace veldtrim {
 /// every `polygon`, with an integer `id`; in each polygon its `point` elements with real `x` and
 /// `y` and an integer `segmenttype`, which form the ring. docs/file-formats.md has an example.
 ///
-/// A trace of what is found goes to standard output. Returns false after the first failure: the
-/// file cannot be read as XML, has no `TavelDGM`, or an attribute is missing or no number. It has
-/// then been reported as an ErrorMessage with code 1; vertices and whole polygons read before it
-/// stay in the model.
+/// Writes a trace of what it finds to standard output. Returns false after the first failure: the
+/// file cannot be read as XML, has no `TavelDGM`, or an attribute is missing or not a number. The
+/// failure has then been reported as an ErrorMessage with code 1; vertices and whole polygons read
+/// before it stay in the model.
 bool readin_b_XML(std::string boundaryFilePath, BoundaryModel& model);
 
 } // namespace veldtrim

@@ -1,16 +1,18 @@
 #include "boundary/file/boundary_reader.h"
+#include "boundary/file/boundary_walk.h"
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
 #include <pulsenote_recorder.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace veldtrim {
 namespace {
 
-// What the reader says, and every failure, is compared in whole runs; here is the model it leaves.
+// The tests of whole runs compare what the reader prints and reports; these look at the model.
 TEST(BoundaryReader, FillsTheModelInDocumentOrder) {
     const test::TemporaryDirectory directory;
     const auto read = [&](const std::string& groups, BoundaryModel& model) {
@@ -32,15 +34,15 @@ TEST(BoundaryReader, FillsTheModelInDocumentOrder) {
     EXPECT_EQ(model.polygons()[3].bounds.yMax, 4);
     EXPECT_EQ(model.vertices()[2].x, 1.5);
 
-    // After a failure: the polygons before, and the vertices of the one at fault.
+    // After a failure the polygons before it stay, and the vertices of the one at fault.
     model.clear();
     ASSERT_FALSE(read(group + "<polygon id='5'>" + points + "<point/></polygon></group>", model));
     EXPECT_EQ(model.polygons().size(), 2U);
     EXPECT_EQ(model.vertices().size(), 4U);
 }
 
-// Open quotes carry every search to the attributes of the last point, whose x is long: converting
-// it for each point would take minutes.
+// Quotes left open lead every search to the attributes of the last point, whose x is long.
+// Converting it again for each point would take minutes.
 TEST(BoundaryReader, ConvertsASharedNumberOnce) {
     constexpr std::size_t points = 40'000;
     constexpr std::size_t blanks = 2'000'000;
@@ -57,6 +59,57 @@ TEST(BoundaryReader, ConvertsASharedNumberOnce) {
     ASSERT_EQ(model.vertices().size(), points);
     EXPECT_EQ(model.vertices().back().x, 1.5);
     EXPECT_EQ(model.vertices().back().y, 2);
+}
+
+/// Writes the walk as one line of text.
+class Transcript : public BoundarySink {
+public:
+    std::string text;
+
+    void onTavelDgm() override { text += "TavelDGM"; }
+    void onGroup(std::string_view type, bool isRead) override {
+        text += std::string(isRead ? " read " : " ignored ").append(type);
+    }
+    void onPolygon(std::int32_t id) override { text += " #" + std::to_string(id); }
+    void onPolygonRead(std::size_t points) override { text += "=" + std::to_string(points); }
+    void onFault(const BoundaryFault& fault) override {
+        const auto add = [&](auto part) { (text += '/').append(part); };
+        text += " fault";
+        add(std::to_string(static_cast<int>(fault.kind)));
+        add(std::to_string(fault.polygon));
+        add(std::to_string(fault.point));
+        add(fault.attribute);
+        add(fault.value);
+        add(fault.parseError);
+    }
+};
+
+TEST(BoundaryWalk, ReportsWhatItMeets) {
+    const test::TemporaryDirectory directory;
+    const auto transcript = [&](const std::string& document) {
+        BoundaryModel model;
+        Transcript sink;
+        const bool isRead = walkBoundaryFile(directory.write("b.xml", document), model, sink);
+        EXPECT_EQ(isRead, sink.text.find("fault") == std::string::npos);
+        return sink.text;
+    };
+    const auto groups = [&](const std::string& inside) {
+        return transcript("<r><TavelDGM><group type='roads'/><group type='boundaries'>"
+                          "<polygon id='7'/>" +
+                          inside + "</group></TavelDGM></r>");
+    };
+    const std::string begin = "TavelDGM ignored roads read boundaries #7=0";
+    const std::string point = "<polygon id='8'><point x='1' y='2' segmenttype='0'/><point ";
+    EXPECT_EQ(groups(""), begin);
+    EXPECT_EQ(groups(point + "x='1' y='2' segmenttype='0'/></polygon>"), begin + " #8=2");
+    EXPECT_EQ(groups("<polygon id='a&lt;'/>"), begin + " fault/2/1/0/id/a&lt;/");
+    EXPECT_EQ(groups(point + "y='2'/></polygon>"), begin + " #8 fault/3/1/1/x//");
+    EXPECT_EQ(groups(point + "x='1' y='b'/></polygon>"), begin + " #8 fault/3/1/1/y/b/");
+    EXPECT_EQ(groups(point + "x='1' y='2' segmenttype='c'/></polygon>"),
+              begin + " #8 fault/3/1/1/segmenttype/c/");
+    EXPECT_EQ(transcript("<r/>"), " fault/1/0/0///");
+    EXPECT_EQ(transcript(""), " fault/0/0/0///");
+    EXPECT_EQ(transcript("<r>"), " fault/0/0/0///Element tag not found");
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "boundary/model/boundary_model.h"
-#include "inspect/density.h"
+#include "inspect/picture/density.h"
 #include "inspect/report.h"
 
 #include <memory>
@@ -16,8 +16,8 @@ struct Inspection {
     std::unique_ptr<Density> density; ///< only where one was asked for
 };
 
-/// Reads what a run with these arguments would read and writes nothing, neither to disk nor to
-/// standard output. Checks that fail are told in the report; failures of memory are thrown.
+/// Reads what a run with these arguments would read, and writes nothing. Failed checks are part of
+/// the report. Throws std::bad_alloc for lack of memory.
 Inspection inspectWorkspace(const std::string& inputDirectory, const std::string& boundaryFile,
                             bool withDensity);
 

@@ -1,0 +1,19 @@
+/// The legend of a picture.
+#pragma once
+
+#include "inspect/inspection.h"
+#include "inspect/picture/view.h"
+
+#include <cairo.h>
+
+namespace veldtrim {
+
+/// The space that the legend takes, in pixels.
+constexpr double legendWidth = 270.0;
+constexpr double legendHeight = 540.0;
+
+/// Writes to the right of `view` what a run keeps and what the colours mean. Where the polygons
+/// reach beyond the view, a small map of everything shows where the view is.
+void drawLegend(cairo_t* page, const Inspection& inspection, const View& view);
+
+} // namespace veldtrim

@@ -1,0 +1,17 @@
+/// A picture of what a run would keep.
+#pragma once
+
+#include "inspect/inspection.h"
+
+#include <string>
+
+namespace veldtrim {
+
+/// Draws polygons, kept and dropped points, scale and legend to the file at `path`: as SVG where
+/// the path ends in ".svg", else as PNG. The inspection must hold a density.
+///
+/// Throws std::runtime_error with the reason when the file cannot be written; a part of it may then
+/// be there.
+void drawPicture(const Inspection& inspection, const std::string& path);
+
+} // namespace veldtrim

@@ -1,0 +1,66 @@
+/// The walk through a boundary file, which fills a model and reports what it meets.
+#pragma once
+
+#include "boundary/model/boundary_model.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace veldtrim {
+
+/// Why a boundary file was not read to its end. The views are valid only during the call that
+/// hands the fault over.
+struct BoundaryFault {
+    enum class Kind : std::uint8_t {
+        NotLoaded,  ///< the file cannot be read, is not XML, or holds no element
+        NoTavelDgm, ///< the root element has no child TavelDGM
+        PolygonId,  ///< the id of a polygon is missing or not an integer
+        Point       ///< an attribute of a point is missing or not a number
+    };
+    Kind kind = Kind::NotLoaded;
+
+    /// NotLoaded: what the XML parser says; empty when it has nothing to parse.
+    std::string_view parseError;
+
+    // PolygonId and Point.
+    std::size_t polygon = 0;    ///< position among the polygons of the file, from 0
+    std::size_t point = 0;      ///< Point: position in the polygon, from 0
+    std::int32_t polygonId = 0; ///< Point: the id of that polygon
+    const char* attribute = ""; ///< the name of the attribute at fault
+    std::string_view value;     ///< its value as written in the file; empty when it is missing
+};
+
+/// Receives what the walk meets, in document order. A sink overrides what it wants to know.
+class BoundarySink {
+public:
+    BoundarySink() = default;
+    BoundarySink(const BoundarySink&) = delete;
+    BoundarySink& operator=(const BoundarySink&) = delete;
+    virtual ~BoundarySink() = default;
+
+    /// The element TavelDGM, which holds the groups.
+    virtual void onTavelDgm() {}
+
+    /// A group; `isRead` tells whether its type is "boundaries", else the walk ignores its content.
+    virtual void onGroup(std::string_view /*type*/, bool /*isRead*/) {}
+
+    /// The start of a polygon.
+    virtual void onPolygon(std::int32_t /*id*/) {}
+
+    /// The end of that polygon, which now belongs to the model.
+    virtual void onPolygonRead(std::size_t /*points*/) {}
+
+    /// The failure that ends the walk.
+    virtual void onFault(const BoundaryFault& /*fault*/) {}
+};
+
+/// Appends the polygons of the boundary file at `path` to `model` and reports to `sink`. The format
+/// is the one that readin_b_XML describes.
+///
+/// Returns false after the first failure, which is the last that `sink` hears of. Vertices and
+/// whole polygons read before the failure stay in the model.
+bool walkBoundaryFile(const std::string& path, BoundaryModel& model, BoundarySink& sink);
+
+} // namespace veldtrim
