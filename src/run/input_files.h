@@ -1,11 +1,9 @@
 /// Which files of the input directory take part in a run.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace veldtrim {
@@ -15,9 +13,6 @@ std::string listInputExtensions();
 
 /// Whether the path ends in an accepted ending, byte for byte.
 bool hasInputExtension(std::string path);
-
-/// The accepted endings for a message: ".txt, .xyz or .node".
-std::string listInputExtensions();
 
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line
 /// is an accepted header.
