@@ -2,15 +2,12 @@
 
 #include "elevation/record_count.h"
 #include "inspect/record_reason.h"
-#include "platform/file.h"
 #include "run/input_files.h"
 #include "text/line_reader.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <exception>
-#include <system_error>
 
 #include <boost/filesystem/path.hpp>
 
@@ -29,20 +26,9 @@ void countLineEnd(const Line& line, FileReport& report) {
     report.carriageReturnLineFeeds += size == 2 ? 1 : 0;
 }
 
-/// The reason of the run, and that of the system where the file cannot be opened.
 std::string reasonToLeaveOut(const std::string& path) {
-    if (!hasInputExtension(path)) {
-        return "its name does not end in " + listInputExtensions();
-    }
-    std::string reason = reasonToSkip(path);
-    if (!reason.empty()) {
-        errno = 0;
-        const PlatformFile file = PlatformFile::openForReading(path);
-        if (!file.isOpen()) {
-            reason = "it cannot be read: " + std::generic_category().message(errno);
-        }
-    }
-    return reason;
+    return hasInputExtension(path) ? reasonToSkip(path)
+                                   : "its name does not end in " + listInputExtensions();
 }
 
 } // namespace
