@@ -18,20 +18,25 @@ TEST(DocumentTest, SaysWhyATextIsRefused) {
     const struct {
         const char* text;
         const char* error;
-    } cases[] = {{"", ""},
-                 {"plain", "Element tag not found"},
-                 {"<a", "End of tag not found"},
-                 {"<a>< \t\r\n", "Abrupt end within tag"},
-                 {"<a><\"b\"></a>", "Tag starts with quote"},
-                 {"<a><!-- open", "Invalid node"},
-                 {"<!", "Invalid node"},
-                 {"<a><b></a>", "End tag does not correspond to b"},
-                 {"<%s></b>", "End tag does not correspond to %s"},
-                 {"<a><bc></bc", "End tag not completed for element bc"}};
-    for (const auto& [text, error] : cases) {
+        int line;
+        int column;
+    } cases[] = {{"", "", 0, 0},
+                 {"plain", "Element tag not found", 1, 1},
+                 {"<a>\n<b><c/>", "Element tag not found", 2, 1},
+                 {"\n\n <a", "End of tag not found", 3, 2},
+                 {"<a>< \t\r\n", "Abrupt end within tag", 1, 4},
+                 {"<a>\n<\"b\"></a>", "Tag starts with quote", 2, 1},
+                 {"<a><!-- open", "Invalid node", 1, 4},
+                 {"<!", "Invalid node", 1, 1},
+                 {"<a><b>\n </a>", "End tag does not correspond to b", 2, 2},
+                 {"<%s></b>", "End tag does not correspond to %s", 1, 5},
+                 {"<a><bc></bc", "End tag not completed for element bc", 1, 8}};
+    for (const auto& [text, error, line, column] : cases) {
         CMarkupSTL document;
         EXPECT_FALSE(document.setDocument(text)) << text;
         EXPECT_EQ(document.getParseError(), error) << text;
+        EXPECT_EQ(document.getParseErrorLine(), line) << text;
+        EXPECT_EQ(document.getParseErrorColumn(), column) << text;
         EXPECT_FALSE(document.findChildElement(nullptr)) << text;
     }
     CMarkupSTL document;
