@@ -78,7 +78,7 @@ void reportEndOfProgress() {
 /// A failure is reported but does not fail the run: the clipped files are the result, the total is
 /// a convenience beside them.
 void writeTotal(const fs::path& outputDirectory, std::int64_t keptTotal) {
-    const std::string path = (outputDirectory / "total_node_count.txt").string();
+    const std::string path = (outputDirectory / totalFileName).string();
     std::error_code error;
     try {
         PlatformFile file = PlatformFile::openForWriting(path);

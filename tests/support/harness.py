@@ -236,7 +236,7 @@ class Program:
     def inspect(self, directory, *arguments, code=None, **options):
         """The report of veldtrim-inspect, which must change nothing."""
         process = subprocess.run(
-            [self.inspector, "--json", *map(str, arguments)],
+            [self.inspector, "--json", "--all", *map(str, arguments)],
             cwd=directory,
             stdin=subprocess.DEVNULL,
             capture_output=True,
@@ -247,6 +247,17 @@ class Program:
         report = json.loads(process.stdout)
         assert report["wouldKeep"] == (process.returncode == 0)
         return report
+
+    def inspect_text(self, directory, *arguments):
+        """The same report as text."""
+        return subprocess.run(
+            [self.inspector, "--all", *map(str, arguments)],
+            cwd=directory,
+            capture_output=True,
+            text=True,
+            errors="replace",
+            timeout=120,
+        ).stdout
 
     def run(self, directory, *arguments, **options):
         paths = [str(argument) for argument in arguments[:3]]

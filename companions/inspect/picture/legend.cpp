@@ -66,7 +66,7 @@ void writeCounts(Legend& legend, const Report& report) {
                                               : 0.0;
     legend.heading(report.wouldKeep() ? "A run keeps" : "A run keeps nothing", 14.0);
     legend.line(grouped(counts.kept()) + " of " + grouped(counts.records) + " records (" +
-                coordinate(std::floor(percent * 10.0) / 10.0) + " %)");
+                measure(std::floor(percent * 10.0) / 10.0) + " %)");
     legend.skip(30.0);
     legend.entry("kept: " + grouped(counts.kept()), keptColour, 0.9, false);
     legend.note(grouped(counts.inside) + " inside");
