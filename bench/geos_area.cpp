@@ -1,14 +1,21 @@
 #include "geos_area.h"
 
+#include <cstddef>
+#include <vector>
+
 namespace veldtrim::bench {
 
 namespace {
 
-GEOSGeometry* makePolygon(GEOSContextHandle_t context, const Outline& outline) {
-    const auto size = static_cast<unsigned>(outline.size());
-    GEOSCoordSequence* const ring = GEOSCoordSeq_create_r(context, size + 1, 2);
-    for (unsigned i = 0; i <= size; ++i) {
-        GEOSCoordSeq_setXY_r(context, ring, i, outline[i % size].x, outline[i % size].y);
+GEOSGeometry* makePolygon(GEOSContextHandle_t context, const BoundaryModel& model,
+                          const BoundaryPolygon& polygon) {
+    const std::size_t size = polygon.vertexIndices.size();
+    GEOSCoordSequence* const ring =
+        GEOSCoordSeq_create_r(context, static_cast<unsigned>(size + 1), 2);
+    for (std::size_t i = 0; i <= size; ++i) {
+        const auto index = static_cast<std::size_t>(polygon.vertexIndices[i % size]);
+        const BoundaryVertex& vertex = model.vertices()[index];
+        GEOSCoordSeq_setXY_r(context, ring, static_cast<unsigned>(i), vertex.x, vertex.y);
     }
     return GEOSGeom_createPolygon_r(context, GEOSGeom_createLinearRing_r(context, ring), nullptr,
                                     0);
@@ -16,11 +23,11 @@ GEOSGeometry* makePolygon(GEOSContextHandle_t context, const Outline& outline) {
 
 } // namespace
 
-GeosArea::GeosArea(const std::vector<Outline>& outlines) : context_(GEOS_init_r()) {
+GeosArea::GeosArea(const BoundaryModel& model) : context_(GEOS_init_r()) {
     std::vector<GEOSGeometry*> polygons;
-    polygons.reserve(outlines.size());
-    for (const Outline& outline : outlines) {
-        polygons.push_back(makePolygon(context_, outline));
+    polygons.reserve(model.polygons().size());
+    for (const BoundaryPolygon& polygon : model.polygons()) {
+        polygons.push_back(makePolygon(context_, model, polygon));
     }
     geometry_ = polygons.size() == 1
                     ? polygons.front()
