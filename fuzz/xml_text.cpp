@@ -2,9 +2,8 @@
 // and query in an order drawn from the input. The document comes first, up to the first NUL; the
 // rest is operations, each a byte and a byte for its operand.
 
-#include "draw.h"
-#include "judge.h"
 #include "judges/reference_cursor.h"
+#include "target.h"
 
 #include <veldtrim/cmarkup_stl.h>
 
