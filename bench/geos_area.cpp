@@ -21,20 +21,23 @@ GEOSGeometry* makePolygon(GEOSContextHandle_t context, const BoundaryModel& mode
                                     0);
 }
 
-} // namespace
-
-GeosArea::GeosArea(const BoundaryModel& model) : context_(GEOS_init_r()) {
+GEOSGeometry* makeGeometry(GEOSContextHandle_t context, const BoundaryModel& model) {
     std::vector<GEOSGeometry*> polygons;
     polygons.reserve(model.polygons().size());
     for (const BoundaryPolygon& polygon : model.polygons()) {
-        polygons.push_back(makePolygon(context_, model, polygon));
+        polygons.push_back(makePolygon(context, model, polygon));
     }
-    geometry_ = polygons.size() == 1
-                    ? polygons.front()
-                    : GEOSGeom_createCollection_r(context_, GEOS_MULTIPOLYGON, polygons.data(),
-                                                  static_cast<unsigned>(polygons.size()));
-    prepared_ = GEOSPrepare_r(context_, geometry_);
+    return polygons.size() == 1
+               ? polygons.front()
+               : GEOSGeom_createCollection_r(context, GEOS_MULTIPOLYGON, polygons.data(),
+                                             static_cast<unsigned>(polygons.size()));
 }
+
+} // namespace
+
+GeosArea::GeosArea(const BoundaryModel& model)
+    : context_(GEOS_init_r()), geometry_(makeGeometry(context_, model)),
+      prepared_(GEOSPrepare_r(context_, geometry_)) {}
 
 GeosArea::~GeosArea() {
     GEOSPreparedGeom_destroy_r(context_, prepared_);

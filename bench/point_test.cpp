@@ -80,7 +80,7 @@ void askModel(benchmark::State& state, const std::string& shape) {
 void askModelInBatches(benchmark::State& state, const std::string& shape) {
     BoundaryModel& model = modelOf(shape);
     const std::span<const ElevationPoint> points = randomPoints();
-    std::array<PointLocation, RecordReader::capacity> locations;
+    std::array<PointLocation, RecordReader::capacity> locations{};
     static_assert(randomPointCount % locations.size() == 0);
     std::size_t next = 0;
     while (state.KeepRunningBatch(locations.size())) {

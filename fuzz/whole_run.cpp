@@ -24,7 +24,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using veldtrim::BoundaryModel;
-using veldtrim::BoundaryPolygon;
 using veldtrim::ElevationPoint;
 using veldtrim::fuzz::Draw;
 using veldtrim::fuzz::require;
@@ -73,10 +72,11 @@ bool isAcceptedName(std::string_view name) {
     return name.ends_with(".txt") || name.ends_with(".xyz") || name.ends_with(".node");
 }
 
-class Expectation {
-public:
-    explicit Expectation(const BoundaryModel& model)
-        : polygons_(model.polygons()), vertices_(model.vertices()) {}
+struct Expectation {
+    const BoundaryModel* model;
+    Files files;
+    int inputs = 0;
+    int total = 0;
 
     void add(const std::string& name, const std::string& scan) {
         const std::vector<std::string_view> lines = veldtrim::fuzz::rawLines(scan);
@@ -94,7 +94,7 @@ public:
             // What follows the last line feed is no record.
             if (header.separator && lines[i].ends_with('\n') &&
                 veldtrim::fuzz::extractRecord(line, 'x', *header.separator, point) &&
-                veldtrim::test::plainWalk(polygons_, vertices_, point)) {
+                veldtrim::test::plainWalk(model->polygons(), model->vertices(), point)) {
                 output += line + "\n";
                 ++kept;
             }
@@ -104,14 +104,6 @@ public:
             total += kept;
         }
     }
-
-    Files files;
-    int inputs = 0;
-    int total = 0;
-
-private:
-    std::vector<BoundaryPolygon> polygons_;
-    std::vector<veldtrim::BoundaryVertex> vertices_;
 };
 
 Files filesIn(const fs::path& directory) {
@@ -141,7 +133,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const veldtrim::fuzz::QuietConsole quiet;
     veldtrim::pulsenote_recorder::recordSteps(false);
-    Expectation expected(model);
+    Expectation expected{&model, {}};
     for (const auto& [name, scan] : scans) {
         expected.add(name, scan);
     }
