@@ -5,7 +5,7 @@ import os
 import tempfile
 
 from . import load, sections
-from .build import REPOSITORY, Build, install_packages, say
+from .build import REPOSITORY, Build, MissingProgram, install_packages, say
 from .cases import Plan
 from .inputs import Inputs
 from .machine import describe_machine
@@ -55,6 +55,11 @@ def parse_options():
     unknown = [name for name in options.only if name not in SECTIONS]
     if unknown:
         parser.error("no such section: " + ", ".join(unknown))
+    if options.against:
+        try:
+            options.against.program()
+        except MissingProgram as missing:
+            parser.error(f"--against: there is no {missing}")
     options.runs = options.runs or (3 if options.quick else 5)
     options.records = options.records or (300_000 if options.quick else 5_000_000)
     options.gigabytes = options.gigabytes or (0.1 if options.quick else 1.0)

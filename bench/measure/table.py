@@ -24,7 +24,8 @@ def nanoseconds(value):
 
 
 def mebibytes(kibibytes):
-    return f"{kibibytes / 1024:.3g} MiB"
+    value = kibibytes / 1024
+    return f"{value:,.0f} MiB" if value >= 100 else f"{value:.3g} MiB"
 
 
 @dataclass
