@@ -10,6 +10,7 @@
 #include "inspect/polygon_finder.h"
 #include "inspect/ring_check.h"
 #include "run/input_files.h"
+#include "status/report_state.h"
 
 #include <pulsenote.h>
 
@@ -131,6 +132,7 @@ void readFiles(const std::vector<std::string>& paths, FileInspector& inspector, 
             report.failure = "a run would stop at " + file.name + ": " + file.reason;
         }
     }
+    reportEndOfProgress();
 }
 
 void inspectFiles(const fs::path& directory, bool withDensity, PolygonFinder& finder,

@@ -8,8 +8,6 @@
 #include "status/report_error.h"
 #include "status/report_state.h"
 
-#include <pulsenote.h>
-
 #include <cstdint>
 #include <string>
 #include <system_error>
@@ -68,11 +66,6 @@ bool createOutputDirectory(const fs::path& directory) {
             boost::system::errc::make_error_code(boost::system::errc::not_a_directory));
     }
     return true;
-}
-
-void reportEndOfProgress() {
-    constexpr int steps = 100;
-    ProgressMessage(1.0, 100.0, steps).OnProgress(steps, false);
 }
 
 /// A failure is reported but does not fail the run: the clipped files are the result, the total is

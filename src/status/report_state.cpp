@@ -9,4 +9,9 @@ void reportState(const std::string& text) {
     StateMessage(stateCode, text, true);
 }
 
+void reportEndOfProgress() {
+    constexpr int steps = 100;
+    ProgressMessage(1.0, 100.0, steps).OnProgress(steps, false);
+}
+
 } // namespace veldtrim

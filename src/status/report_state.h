@@ -1,4 +1,4 @@
-/// States of a run, told to whoever watches it.
+/// States of a run, and the end of its progress, told to whoever watches it.
 #pragma once
 
 #include <string>
@@ -7,5 +7,8 @@ namespace veldtrim {
 
 /// Sends `text` as a StateMessage with code 1.
 void reportState(const std::string& text);
+
+/// Sends the last step of the progress: all is done.
+void reportEndOfProgress();
 
 } // namespace veldtrim
