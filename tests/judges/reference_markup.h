@@ -14,7 +14,7 @@
 namespace veldtrim::reference {
 
 struct Token {
-    std::string text; ///< without quotes
+    std::string text{}; ///< without quotes
     bool quoted = false;
     int left = 0; ///< offset of `text`
     int next = 0; ///< where the search for the next token begins

@@ -8,7 +8,7 @@
 #include <utility>
 
 using namespace veldtrim::pulsenote;
-using namespace std::string_view_literals;
+using namespace std::literals;
 
 namespace {
 
@@ -28,18 +28,15 @@ TEST(PersonLine, marksKindsAndDefusesControlCharacters) {
 TEST(HostLine, carriesWhatTheKindHas) {
     using enum MessageKind;
     EXPECT_EQ(hostLine(State, 1, "a", false),
-              "{\"kind\":\"state\",\"code\":1,\"text\":\"a\",\"flag\":false}\n");
+              R"({"kind":"state","code":1,"text":"a","flag":false})" + "\n"s);
     EXPECT_EQ(hostLine(Finish, std::numeric_limits<int>::min(), "", true),
-              "{\"kind\":\"finish\",\"code\":-2147483648,\"text\":\"\"}\n");
-    EXPECT_EQ(
-        hostLine(Error, 2, "\"C:\\x\"\n\r\t\x1f\x7f", true),
-        "{\"kind\":\"error\",\"code\":2,\"text\":\"\\\"C:\\\\x\\\"\\n\\r\\t\\u001f\\u007f\"}\n");
-    EXPECT_EQ(hostLine(Error, 2,
-                       "caf\xC3\xA9 \xF0\x9F\x8C\x8D \xC2\x9B \xC2\xA0 \xE9 \xED\xA0\x80 \xF0\x9F",
-                       true),
-              "{\"kind\":\"error\",\"code\":2,\"text\":\"caf\xC3\xA9 \xF0\x9F\x8C\x8D \\u009b "
-              "\xC2\xA0 \xEF\xBF\xBD "
-              "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD \xEF\xBF\xBD\xEF\xBF\xBD\"}\n");
+              R"({"kind":"finish","code":-2147483648,"text":""})" + "\n"s);
+    EXPECT_EQ(hostLine(Failed, 2, "\"C:\\x\"\n\r\t\x1f\x7f", true),
+              R"({"kind":"failed","code":2,"text":"\"C:\\x\"\n\r\t\u001f\u007f"})" + "\n"s);
+    const std::string wellFormed = "caf\xC3\xA9 \xF0\x9F\x8C\x8D \xC2\xA0 ";
+    EXPECT_EQ(hostLine(Error, 2, wellFormed + "\xC2\x9B \xE9 \xF0\x9F", true),
+              R"({"kind":"error","code":2,"text":")" + wellFormed +
+                  "\\u009b \xEF\xBF\xBD \xEF\xBF\xBD\xEF\xBF\xBD\"}\n");
 }
 
 TEST(HostProgressLine, containsAPlainNumberOrIsEmpty) {

@@ -1,12 +1,14 @@
 #include "terminal_progress.h"
+#include "thinning.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <vector>
 
-using veldtrim::pulsenote::TerminalProgress;
+using namespace veldtrim::pulsenote;
 
 namespace {
 
@@ -66,21 +68,18 @@ TEST(TerminalProgress, erasesTheWholeLine) {
 }
 
 TEST(TerminalProgress, countsOnlyTheRecordsOfJoiningStretches) {
-    const auto lineAfter = [](auto... stretches) {
+    const auto lineAfter = [](const std::vector<StretchScale>& stretches) {
         TerminalProgress progress;
-        (progress.beginStretch(stretches.start, stretches.end, stretches.steps, at(0)), ...);
+        for (const auto& [start, end, steps] : stretches) {
+            progress.beginStretch(start, end, steps, at(0));
+        }
         return progress.draw(50, at(1000), 40);
     };
-    struct Stretch {
-        double start;
-        double end;
-        int steps;
-    };
-    const Stretch closing{1, 100, 100};
-    EXPECT_EQ(lineAfter(Stretch{0, 0, 0}, closing), "\r[#########.........]  50.0 %  0:01 left");
-    EXPECT_EQ(lineAfter(Stretch{0, 0, 0}, Stretch{0, 100, 30}, closing),
+    const StretchScale closing{1, 100, 100};
+    EXPECT_EQ(lineAfter({{0, 0, 0}, closing}), "\r[#########.........]  50.0 %  0:01 left");
+    EXPECT_EQ(lineAfter({{0, 0, 0}, {0, 100, 30}, closing}),
               "\r[########.........]  50.0 %  15/s  0:01");
-    EXPECT_EQ(lineAfter(Stretch{0, -10, -1}, Stretch{-10, 100, 11}, closing),
+    EXPECT_EQ(lineAfter({{0, -10, -1}, {-10, 100, 11}, closing}),
               "\r[#########.........]  50.0 %  5/s  0:01");
 }
 
