@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <random>
 #include <string>
 #include <utility>
@@ -14,21 +13,8 @@ namespace {
 
 using Lines = std::vector<std::pair<std::string, std::string>>; // text and raw
 
-Lines readAll(const std::string& path,
-              std::size_t maxLength = std::numeric_limits<std::size_t>::max()) {
-    LineReader reader(path, maxLength);
-    Lines lines;
-    Line line;
-    while (reader.next(line)) {
-        lines.emplace_back(line.text, line.raw);
-    }
-    EXPECT_TRUE(line.text.empty());
-    return lines;
-}
-
-/// The same lines, looked at only when no further line is at hand.
-Lines readAhead(const std::string& path) {
-    LineReader reader(path);
+/// The lines of a file, each looked at only when no further line is at hand.
+Lines readAhead(LineReader reader) {
     Lines lines;
     std::vector<Line> atHand(1);
     while (reader.next(atHand.front())) {
@@ -39,6 +25,15 @@ Lines readAhead(const std::string& path) {
             lines.emplace_back(line.text, line.raw);
         }
         atHand.resize(1);
+    }
+    EXPECT_TRUE(atHand.front().text.empty());
+    return lines;
+}
+
+Lines readOneByOne(LineReader reader) {
+    Lines lines;
+    for (Line line; reader.next(line);) {
+        lines.emplace_back(line.text, line.raw);
     }
     return lines;
 }
@@ -52,10 +47,10 @@ TEST(LineReader, EndsLinesAtLineFeeds) {
                          {"c\rd\r", "c\rd\r\r\n"},
                          {std::string("\x1A\0f", 3), std::string("\x1A\0f\n", 4)},
                          {"g\r", "g\r"}};
-    EXPECT_EQ(readAll(directory.write("lines", bytes)), expected);
-    EXPECT_EQ(readAll(directory.path("missing")), Lines{});
+    EXPECT_EQ(readAhead(LineReader(directory.write("lines", bytes))), expected);
+    EXPECT_EQ(readAhead(LineReader(directory.path("missing"))), Lines{});
     const Lines cut{{"abc", "abc"}, {"de", "de\n"}, {"fgh", "fgh\n"}, {"i", "i"}};
-    EXPECT_EQ(readAll(directory.write("lines", "abcde\nfgh\ni"), 3), cut);
+    EXPECT_EQ(readAhead(LineReader(directory.write("lines", "abcde\nfgh\ni"), 3)), cut);
 }
 
 // Lines of all lengths around the size of a block: every line end falls on every side of a seam.
@@ -73,8 +68,8 @@ TEST(LineReader, JoinsLinesAcrossBlocks) {
             bytes += raw;
             expected.emplace_back(text, raw);
         }
-        ASSERT_EQ(readAll(directory.write("lines", bytes)), expected);
-        ASSERT_EQ(readAhead(directory.path("lines")), expected);
+        ASSERT_EQ(readOneByOne(LineReader(directory.write("lines", bytes))), expected);
+        ASSERT_EQ(readAhead(LineReader(directory.path("lines"))), expected);
     }
 }
 

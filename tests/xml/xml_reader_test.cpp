@@ -41,13 +41,14 @@ TEST(XmlReaderTest, PathsSelectDataAndAttributes) {
                  {"<r><a> \n<![CDATA[x<y&lt;]]> more ]]></a></r>", "a", true, "x<y&lt;"},
                  {"<r><a><![CDATA[x>]]</a>]]></a></r>", "a", true, "x>]]</a>"}};
     for (auto [text, path, found, value] : cases) {
+        SCOPED_TRACE(testing::Message() << path << " in " << text);
         XMLReader reader;
-        ASSERT_TRUE(reader.setString(text)) << text;
+        ASSERT_TRUE(reader.setString(text));
         std::string is = "-";
-        EXPECT_EQ(reader.getString(path, is), found) << path << " in " << text;
-        EXPECT_EQ(is, value) << path << " in " << text;
+        EXPECT_EQ(reader.getString(path, is), found);
+        EXPECT_EQ(is, value);
         EXPECT_EQ(reader.getString(path, path), found) << "with the path as the value";
-        EXPECT_TRUE(*value == '-' || path == value) << path;
+        EXPECT_TRUE(*value == '-' || path == value);
     }
 }
 
@@ -99,9 +100,7 @@ TEST(XmlReaderTest, ListsTheNamesOfChildren) {
 TEST(XmlReaderTest, LoadsTextsAndFiles) {
     const test::TemporaryDirectory directory;
     XMLReader reader;
-    CMarkupSTL document;
-    const std::string path = directory.write("file.xml", "<r><e id=\"5\"/></r>");
-    EXPECT_TRUE(reader.setFile(path) && XMLReader::setFile(path, &document));
+    EXPECT_TRUE(reader.setFile(directory.write("file.xml", "<r><e id=\"5\"/></r>")));
     EXPECT_EQ(reader.getSubDocument("e"), "<e id=\"5\"/>");
     EXPECT_EQ(reader.getSubDocument("none"), "");
     EXPECT_FALSE(reader.setFile(directory.write("empty.xml", "<!-- no element -->")));
@@ -112,11 +111,10 @@ TEST(XmlReaderTest, LoadsTextsAndFiles) {
 TEST(XmlReaderTest, TheStaticTraversalStartsAtTheCurrentPosition) {
     CMarkupSTL document;
     ASSERT_TRUE(document.setDocument("<r><a n='1'><a n='2'/></a></r>"));
-    EXPECT_TRUE(XMLReader::traversePath("a", &document));
-    EXPECT_EQ(document.getAttribute("n"), "1");
-    EXPECT_TRUE(XMLReader::traversePath("a", &document));
-    EXPECT_EQ(document.getAttribute("n"), "2");
-    EXPECT_FALSE(XMLReader::traversePath("a", &document));
+    for (const char* number : {"1", "2"}) {
+        EXPECT_TRUE(XMLReader::traversePath("a", &document));
+        EXPECT_EQ(document.getAttribute("n"), number);
+    }
     document.resetPosition();
     EXPECT_FALSE(XMLReader::traversePath("a/none", &document));
     EXPECT_EQ(document.getAttribute("n"), "1") << "the depth that was reached";
