@@ -118,9 +118,9 @@ TEST(PointLocation, AgreesWithExactArithmeticOnGrids) {
                 *coordinate = std::clamp(*coordinate + (random() % 3 == 0 ? 0 : span), 0.0, 8.0);
             }
         }
+        SCOPED_TRACE(round);
         for (int place = 0; place < 121; ++place) {
             const ElevationPoint point{place % 11 - 1.0, std::floor(place / 11) - 1};
-            SCOPED_TRACE(testing::PrintToString(round));
             ASSERT_NO_FATAL_FAILURE(expectInAllForms(ring, point, locateExactly(ring, point)));
         }
     }

@@ -107,25 +107,23 @@ public:
         const BoundaryVertex& next = vertices[(at + 1) % vertices.size()];
         const BoundaryVertex& other = vertices[below(vertices.size())];
         const double share = below(4) == 0 ? 0.5 : uniform(0, 1);
-        switch (below(8)) {
+        switch (below(7)) {
         case 0:
-            return {any.x, any.y};
+            return {beside(any.x), beside(any.y)};
         case 1:
             return {any.x, other.y};
         case 2:
-            return {beside(any.x), beside(any.y)};
-        case 3:
             return {uniform(-101, 101), any.y};
-        case 4:
+        case 3:
             return {beside(std::lerp(any.x, next.x, share)),
                     beside(std::lerp(any.y, next.y, share))};
-        case 5: {
+        case 4: {
             const BoundingBox& bounds = model.polygons()[below(model.polygons().size())].bounds;
             const double reach = uniform(-1.2e-6, 1.2e-6);
             return {below(2) == 0 ? bounds.xMin + reach : bounds.xMax + reach,
                     below(2) == 0 ? bounds.yMax : uniform(bounds.yMin / 2, bounds.yMax / 2)};
         }
-        case 6:
+        case 5:
             return {std::round(uniform(-1, 9)), std::round(uniform(-1, 9))};
         default:
             // Between two vertices, so that the size of the model does not matter.

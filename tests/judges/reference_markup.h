@@ -118,11 +118,8 @@ private:
             }
             at(self).startLeft = at(parent).endLeft = open;
             token.next = open + 1;
-            if (!next(token)) {
-                return fail("Abrupt end within tag");
-            }
-            if (token.quoted) {
-                return fail("Tag starts with quote");
+            if (!next(token) || token.quoted) {
+                return fail(token.quoted ? "Tag starts with quote" : "Abrupt end within tag");
             }
             if (token.isAny("/")) {
                 elements.pop_back();

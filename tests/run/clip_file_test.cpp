@@ -61,8 +61,8 @@ TEST_F(ClipFile, KeepsRecordsOneByOneWhateverIsReadAhead) {
     }
     EXPECT_EQ(clip(input, records), kept);
     EXPECT_TRUE(output() == expected);
-    const std::size_t besides = 3; // the state, and both ends of the stretch
-    EXPECT_EQ(pulsenote_recorder::events().size(), records + besides);
+    EXPECT_EQ(pulsenote_recorder::events().size(), records + 3U)
+        << "with the state, and both ends of the stretch";
 }
 
 TEST_F(ClipFile, WritesARecordAfterItsProgressAndBeforeTheNext) {

@@ -7,6 +7,7 @@
 #include <pulsenote_recorder.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veldtrim {
@@ -38,10 +39,7 @@ protected:
         return runCommandLine(static_cast<int>(argv.size()), argv.data());
     }
 
-    struct Stretch {
-        std::string begin;
-        int steps;
-    };
+    using Stretch = std::pair<std::string, int>; // how it begins, and its steps
 
     // What a run says that clips one file for each stretch.
     static Events clipping(const std::vector<Stretch>& stretches) {

@@ -13,12 +13,12 @@ namespace {
 
 using Lines = std::vector<std::pair<std::string, std::string>>; // text and raw
 
-/// The lines of a file, each looked at only when no further line is at hand.
-Lines readAhead(LineReader reader) {
+/// The lines of a file. With `ahead` they are looked at only when no further line is at hand.
+Lines readAll(LineReader reader, bool ahead = true) {
     Lines lines;
     std::vector<Line> atHand(1);
     while (reader.next(atHand.front())) {
-        for (Line line; reader.nextAtHand(line);) {
+        for (Line line; ahead && reader.nextAtHand(line);) {
             atHand.push_back(line);
         }
         for (const Line& line : atHand) {
@@ -27,14 +27,6 @@ Lines readAhead(LineReader reader) {
         atHand.resize(1);
     }
     EXPECT_TRUE(atHand.front().text.empty());
-    return lines;
-}
-
-Lines readOneByOne(LineReader reader) {
-    Lines lines;
-    for (Line line; reader.next(line);) {
-        lines.emplace_back(line.text, line.raw);
-    }
     return lines;
 }
 
@@ -47,10 +39,10 @@ TEST(LineReader, EndsLinesAtLineFeeds) {
                          {"c\rd\r", "c\rd\r\r\n"},
                          {std::string("\x1A\0f", 3), std::string("\x1A\0f\n", 4)},
                          {"g\r", "g\r"}};
-    EXPECT_EQ(readAhead(LineReader(directory.write("lines", bytes))), expected);
-    EXPECT_EQ(readAhead(LineReader(directory.path("missing"))), Lines{});
+    EXPECT_EQ(readAll(LineReader(directory.write("lines", bytes))), expected);
+    EXPECT_EQ(readAll(LineReader(directory.path("missing"))), Lines{});
     const Lines cut{{"abc", "abc"}, {"de", "de\n"}, {"fgh", "fgh\n"}, {"i", "i"}};
-    EXPECT_EQ(readAhead(LineReader(directory.write("lines", "abcde\nfgh\ni"), 3)), cut);
+    EXPECT_EQ(readAll(LineReader(directory.write("lines", "abcde\nfgh\ni"), 3)), cut);
 }
 
 // Lines of all lengths around the size of a block: every line end falls on every side of a seam.
@@ -68,8 +60,9 @@ TEST(LineReader, JoinsLinesAcrossBlocks) {
             bytes += raw;
             expected.emplace_back(text, raw);
         }
-        ASSERT_EQ(readOneByOne(LineReader(directory.write("lines", bytes))), expected);
-        ASSERT_EQ(readAhead(LineReader(directory.path("lines"))), expected);
+        const std::string path = directory.write("lines", bytes);
+        ASSERT_EQ(readAll(LineReader(path), false), expected);
+        ASSERT_EQ(readAll(LineReader(path)), expected);
     }
 }
 
