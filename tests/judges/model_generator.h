@@ -48,7 +48,8 @@ public:
         switch (kind) {
         case Kind::Random:
             return rings(1 + below(4), [this] {
-                return ring(3 + below(40), [this] { return uniform(0, 100); });
+                return ring(3 + below(below(2) == 0 ? 20 : 400),
+                            [this] { return uniform(0, 100); });
             });
         case Kind::Grid:
             return rings(1 + below(5),

@@ -133,7 +133,6 @@ private:
                 }
             }
         }
-        const std::string name = token.text;
         const int close = find(">", token.next);
         if (close < 0) {
             return fail("End of tag not found");
@@ -151,7 +150,7 @@ private:
             (last == 0 ? at(self).firstChild : at(last).nextSibling) = child;
             at(self).endLeft = at(child).endRight + 1;
         }
-        return parseEndTag(self, name);
+        return parseEndTag(self, token.text);
     }
 
     int parseEndTag(int self, const std::string& name) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <pulsenote_recorder.h>
 
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -83,9 +84,13 @@ TEST_F(MessageSequence, OfTwoFiles) {
 }
 
 TEST_F(MessageSequence, WithoutRecordsStandsAtZero) {
-    static_cast<void>(directory_.write("scans/header.txt", "x;y;z"));
-    EXPECT_EQ(clip(), 0);
-    EXPECT_EQ(events(), clipping({{"begin 0 0 -1", 0}}));
+    for (const auto& [header, begin] :
+         {std::pair{"x;y;z", "begin 0 0 -1"}, std::pair{"x;y;z\n", "begin 0 0 0"}}) {
+        static_cast<void>(directory_.write("scans/header.txt", header));
+        EXPECT_EQ(clip(), 0);
+        EXPECT_EQ(events(), clipping({{begin, 0}}));
+        std::filesystem::remove_all(directory_.path("clipped"));
+    }
 }
 
 } // namespace

@@ -101,8 +101,6 @@ TEST(BoundaryWalk, ReportsWhatItMeets) {
     EXPECT_EQ(groups("<polygon id='a&lt;'/>"), begin + " fault/2/1/0/id/a&lt;/");
     EXPECT_EQ(groups(point + "y='2'/></polygon>"), begin + " #8 fault/3/1/1/x//");
     EXPECT_EQ(groups(point + "x='1' y='b'/></polygon>"), begin + " #8 fault/3/1/1/y/b/");
-    EXPECT_EQ(groups(point + "x='1' y='2' segmenttype='c'/></polygon>"),
-              begin + " #8 fault/3/1/1/segmenttype/c/");
     EXPECT_EQ(transcript("<r/>"), " fault/1/0/0///");
     EXPECT_EQ(transcript(""), " fault/0/0/0///");
     EXPECT_EQ(transcript("<r>"), " fault/0/0/0///Element tag not found");
