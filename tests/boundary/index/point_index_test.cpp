@@ -55,7 +55,6 @@ TEST(PointIndex, TakesAnyModelAndAnyPoint) {
     constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
     const std::vector<std::vector<BoundaryVertex>> rings{
         {},
-        {{1, 1}},
         {{0, 0}, {notANumber, 4}, {4, 4}},
         {{0, 0}, {infinity, 0}, {4, 4}},
         {{0, 0}, {1e308, 0}, {1e308, 1e308}, {-1e308, 1e308}},
