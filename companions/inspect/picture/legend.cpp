@@ -55,8 +55,8 @@ private:
     double y_; ///< the base line of the next line
 };
 
-std::string grouped(std::size_t number) {
-    return veldtrim::grouped(static_cast<std::int64_t>(number));
+std::string groupedSize(std::size_t number) {
+    return grouped(static_cast<std::int64_t>(number));
 }
 
 void writeCounts(Legend& legend, const Report& report) {
@@ -73,11 +73,12 @@ void writeCounts(Legend& legend, const Report& report) {
     legend.note(grouped(counts.onBoundary) + " on an edge");
     legend.skip(6.0);
     legend.entry("outside: " + grouped(counts.outside), droppedColour, 0.9, false);
-    legend.entry("polygons: " + grouped(report.polygons.size()), outlineColour, fillAlpha, true);
+    legend.entry("polygons: " + groupedSize(report.polygons.size()), outlineColour, fillAlpha,
+                 true);
     legend.skip(6.0);
     legend.note("not read: " + grouped(counts.unparsed) + " records");
-    legend.note("files: " + grouped(takenFiles(report)) + " of " + grouped(report.files.size()) +
-                " taken");
+    legend.note("files: " + groupedSize(takenFiles(report)) + " of " +
+                groupedSize(report.files.size()) + " taken");
     legend.skip(14.0);
 }
 
