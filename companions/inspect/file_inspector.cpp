@@ -99,8 +99,8 @@ void FileInspector::inspectRecord(const Record& record, std::int64_t number, Fil
             report.firstUnparsed.push_back({number, reasonNotParsed(line, report.header)});
         }
     }
-    if (number <= recordsToSample && hasDecimalComma(line, report.header)) {
-        ++report.decimalCommas;
+    if (number <= recordsToSample && report.decimalComma.empty()) {
+        report.decimalComma = findDecimalComma(line, report.header);
     }
 }
 

@@ -9,6 +9,7 @@
 #include "inspect/hints.h"
 #include "inspect/polygon_finder.h"
 #include "inspect/ring_check.h"
+#include "run/clip_workspace.h"
 #include "run/input_files.h"
 #include "status/report_state.h"
 
@@ -76,7 +77,7 @@ void remarkOnPolygonsApart(Report& report) {
             std::any_of(report.files.begin(), report.files.end(), [&](const FileReport& file) {
                 return polygon.bounds.overlaps(file.bounds);
             });
-        if (!overlaps && polygon.vertices > 0) {
+        if (!overlaps && polygon.vertices > 0 && !report.pointBounds.isEmpty()) {
             polygon.remarks.emplace_back("it lies outside the bounds of every file");
         }
     }
@@ -89,12 +90,18 @@ void describeRelations(Inspection& inspection, PolygonFinder& finder,
     }
 }
 
-/// The subdirectories that hold a file with an accepted ending.
+/// Whether the directory is one that a run has written.
+bool isOutputDirectory(const fs::path& directory) {
+    boost::system::error_code error;
+    return fs::exists(directory / totalFileName, error);
+}
+
+/// The subdirectories that hold a file with an accepted ending, except those that a run wrote.
 std::vector<std::string> findSubdirectories(const fs::path& directory) {
     std::vector<std::string> found;
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
         boost::system::error_code error;
-        if (!fs::is_directory(entry.path(), error)) {
+        if (!fs::is_directory(entry.path(), error) || isOutputDirectory(entry.path())) {
             continue;
         }
         for (fs::directory_iterator inner(entry.path(), error); inner != fs::directory_iterator();

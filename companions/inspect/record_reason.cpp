@@ -68,10 +68,12 @@ std::string reasonNotParsed(std::string_view line, ElevationHeader header) {
                : "the " + separator + " is too far from x";
 }
 
-bool hasDecimalComma(std::string_view record, ElevationHeader header) {
+std::string_view findDecimalComma(std::string_view record, ElevationHeader header) {
     if (header.separator == ',') {
         const auto commas = std::count(record.begin(), record.end(), ',');
-        return header.columns() > 0 && commas + 1 >= 2 * std::ptrdiff_t{header.columns()};
+        return header.columns() > 0 && commas + 1 >= 2 * std::ptrdiff_t{header.columns()}
+                   ? record
+                   : std::string_view();
     }
     // In the first two fields, between digits.
     std::size_t from = 0;
@@ -81,11 +83,11 @@ bool hasDecimalComma(std::string_view record, ElevationHeader header) {
         const std::size_t comma = rest.substr(0, end).find(',');
         if (comma != std::string_view::npos && comma > 0 && comma + 1 < end &&
             isDigit(rest[comma - 1]) && isDigit(rest[comma + 1])) {
-            return true;
+            return rest.substr(0, end);
         }
         from += end + 1;
     }
-    return false;
+    return {};
 }
 
 } // namespace veldtrim

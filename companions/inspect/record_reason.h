@@ -12,7 +12,8 @@ namespace veldtrim {
 /// meaning.
 std::string reasonNotParsed(std::string_view line, ElevationHeader header);
 
-/// Whether x or y of a record seems to be written with a decimal comma, at which reading stops.
-bool hasDecimalComma(std::string_view record, ElevationHeader header);
+/// The first of x and y of a record that seems to be written with a decimal comma, at which reading
+/// stops; the whole record if commas also separate its fields; empty if there is none.
+std::string_view findDecimalComma(std::string_view record, ElevationHeader header);
 
 } // namespace veldtrim

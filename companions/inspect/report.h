@@ -41,8 +41,8 @@ struct FileReport {
     std::int64_t carriageReturnLineFeeds = 0;
     RecordCounts counts;
     std::vector<UnparsedLine> firstUnparsed;
-    std::int64_t decimalCommas = 0; ///< records whose x or y seems to go on after a comma
-    bool lastLineUnread = false;    ///< text after the last line feed
+    std::string decimalComma;    ///< the first x or y that seems to go on after a comma
+    bool lastLineUnread = false; ///< text after the last line feed
     FirstColumns firstColumns = FirstColumns::Usual;
     bool countsInFirstColumn = false; ///< x is 0, 1, 2, ... or 1, 2, 3, ...
     std::vector<std::string> advice;  ///< what is wrong, and what to do; none for a sound file
@@ -79,6 +79,10 @@ struct Report {
 
 /// The files that take part.
 std::size_t takenFiles(const Report& report);
+
+/// Whether the first column of some file is probably not x, or its numbers are cut off at commas:
+/// its points are then not where they belong.
+bool hasWrongPoints(const Report& report);
 
 /// Whether the file is left out, fails, has lines that are not read, or comes with advice.
 bool hasProblem(const FileReport& file);

@@ -9,7 +9,9 @@
 namespace veldtrim {
 
 /// What may be wrong when points with the bounds `points` and boundaries with the bounds `model`
-/// have nothing in common, the likeliest first; none if the bounds overlap or one is empty.
-std::vector<std::string> adviceOnBounds(const BoundingBox& points, const BoundingBox& model);
+/// have nothing in common, the likeliest first, with the command that changes the boundary file at
+/// `path` accordingly; none if the bounds overlap or one is empty.
+std::vector<std::string> adviceOnBounds(const BoundingBox& points, const BoundingBox& model,
+                                        const std::string& path);
 
 } // namespace veldtrim

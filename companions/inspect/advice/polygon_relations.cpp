@@ -30,11 +30,12 @@ public:
     }
 
 private:
-    const BoundaryVertex& vertex(const BoundaryPolygon& polygon, std::size_t i) const {
+    [[nodiscard]] const BoundaryVertex& vertex(const BoundaryPolygon& polygon,
+                                               std::size_t i) const {
         return vertices_[static_cast<std::size_t>(polygon.vertexIndices[i])];
     }
 
-    std::string name(std::size_t polygon) const {
+    [[nodiscard]] std::string name(std::size_t polygon) const {
         return "polygon " + std::to_string(ids_[polygon]);
     }
 
@@ -84,7 +85,7 @@ private:
     };
 
     /// The edge from vertex i of the polygon if it is neither horizontal nor vertical.
-    std::optional<Edge> slantedEdge(std::size_t polygon, std::size_t i) const {
+    [[nodiscard]] std::optional<Edge> slantedEdge(std::size_t polygon, std::size_t i) const {
         const BoundaryPolygon& ring = polygons_[polygon];
         const BoundaryVertex& a = vertex(ring, i);
         const BoundaryVertex& b = vertex(ring, (i + 1) % ring.vertexIndices.size());
