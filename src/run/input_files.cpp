@@ -23,12 +23,12 @@ namespace {
 
 constexpr std::array<std::string_view, 3> inputExtensions{".txt", ".xyz", ".node"};
 
-/// The verdict on a header stands long before this: a file without line feeds, however large, is
-/// not read into memory to find that it is none.
+/// Far more than any check of a header needs. Because of the limit, a large file without line feeds
+/// is not read into memory as a whole.
 constexpr std::size_t headerReadLimit = std::size_t{64} << 10;
 
-/// The first line of the file at `path`, or its first `headerReadLimit` bytes; empty when the file
-/// cannot be read.
+/// Returns the first line of the file at `path`, or the first `headerReadLimit` bytes of it. The
+/// result is empty if the file cannot be read.
 std::string readHeaderLine(const std::string& path) {
     try {
         LineReader lines(path, headerReadLimit);
@@ -43,7 +43,7 @@ std::string readHeaderLine(const std::string& path) {
 } // namespace
 
 std::string reasonToSkip(const std::string& path) {
-    // A pipe or a device could keep the run waiting, or never end.
+    // Reading a pipe or a device could block or never end.
     boost::system::error_code noStatus;
     const fs::file_status status = fs::status(path, noStatus);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
