@@ -20,7 +20,7 @@ std::string describeLoading(const std::string& path, std::string_view parseError
     return "cannot be read" + (parseError.empty() ? "" : ": " + printable(parseError));
 }
 
-/// What is wrong with the attribute at fault, which should be `kind`.
+/// Describes what is wrong with the faulty attribute, which should be `kind`.
 std::string describeAttribute(const BoundaryFault& fault, const char* kind) {
     const std::string name = fault.attribute;
     return fault.value.empty()

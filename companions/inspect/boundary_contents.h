@@ -1,4 +1,4 @@
-/// What an inspection notes while the boundary file is read.
+/// Collects what an inspection needs while the boundary file is read.
 #pragma once
 
 #include "boundary/file/boundary_walk.h"
@@ -9,19 +9,19 @@
 
 namespace veldtrim {
 
-/// Collects the ids of the polygons, which the model does not hold, and the failure.
+/// Collects the ids of the polygons, which the model does not store, and the failure, if any.
 class BoundaryContents : public BoundarySink {
 public:
-    /// `path` names the boundary file in the failure's text.
+    /// `path` is the name of the boundary file in the text of the failure.
     explicit BoundaryContents(std::string path) : path_(std::move(path)) {}
 
     void onPolygon(std::int32_t id) override { polygonIds_.push_back(id); }
     void onFault(const BoundaryFault& fault) override;
 
-    /// The ids in document order; on success one for each polygon of the model.
+    /// The ids in document order. After success, there is one for each polygon of the model.
     [[nodiscard]] const std::vector<std::int32_t>& polygonIds() const { return polygonIds_; }
 
-    /// A sentence on why the file cannot be read, without a full stop; empty when it can.
+    /// Why the file cannot be read, as a sentence without a full stop; empty if it can.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
 private:

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t mostUnparsedLines = 5;
 
-/// Records that are searched for decimal commas: people write them everywhere or nowhere.
+/// Lines up to this number are searched for decimal commas: a file has them everywhere or nowhere.
 constexpr std::int64_t recordsForCommas = 1000;
 
 void countLineEnd(const Line& line, FileReport& report) {
@@ -29,7 +29,8 @@ void countLineEnd(const Line& line, FileReport& report) {
     report.carriageReturnLineFeeds += size == 2 ? 1 : 0;
 }
 
-/// The reason of the run, and that of the system where the file cannot be opened.
+/// Returns why a run would skip the file, and the system's reason if it cannot be opened. The
+/// result is empty if the run would take the file.
 std::string reasonToLeaveOut(const std::string& path) {
     if (!hasInputExtension(path)) {
         return "its name does not end in " + listInputExtensions();
@@ -71,7 +72,7 @@ void FileInspector::readFile(const std::string& path, FileReport& report) {
     countLineEnd(line, report);
     std::string errorText;
     if (!readHeader(line.text, report.header, errorText)) {
-        return; // the file has changed since reasonToLeaveOut looked at it
+        return; // the file has changed since reasonToLeaveOut read it
     }
     RecordReader records(input, report.header, model_, recordCount);
     for (std::int32_t i = 0; i < recordCount; ++i) {
@@ -112,8 +113,8 @@ void FileInspector::inspectPoint(const Record& record, FileReport& report) {
     }
 }
 
-/// Counts the point for each polygon that contains it. Returns whether it is inside one of them,
-/// not only on edges.
+/// Counts the point for each polygon that contains it. Returns whether it is inside any of them
+/// rather than only on edges.
 bool FileInspector::findPolygons(const ElevationPoint& point) {
     bool isInside = false;
     for (const std::uint32_t polygon : finder_.candidates(point)) {

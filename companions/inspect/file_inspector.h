@@ -1,4 +1,4 @@
-/// What a clipping run would do with one file.
+/// Finds out what a clipping run would do with one file.
 #pragma once
 
 #include "boundary/model/boundary_model.h"
@@ -16,13 +16,14 @@ namespace veldtrim {
 /// Reads files with the reader of the clipping pass and counts records instead of writing them.
 class FileInspector {
 public:
-    /// `finder` and `polygons` are those of `model`. `density` may be null: then nothing is drawn.
-    /// All of them must outlive the inspector.
+    /// `finder` and `polygons` must belong to `model`. `density` may be null if no picture is
+    /// wanted. All of them must outlive the inspector.
     FileInspector(BoundaryModel& model, PolygonFinder& finder, std::vector<PolygonReport>& polygons,
                   Density* density)
         : model_(model), finder_(finder), polygons_(polygons), density_(density) {}
 
-    /// A failure of the system is part of the report and is not thrown.
+    /// Returns the report on the file at `path`, and adds its points to the polygons and the
+    /// density. Does not throw: the report contains any failure.
     FileReport inspect(const std::string& path);
 
 private:

@@ -10,7 +10,7 @@ namespace veldtrim {
 
 namespace {
 
-/// Overlap of two intervals, as a share of the smaller one; 0 where they are apart.
+/// Returns the overlap of two intervals as a share of the smaller one; 0 if they are disjoint.
 double overlap(double aLow, double aHigh, double bLow, double bHigh) {
     const double low = std::max(aLow, bLow);
     const double high = std::min(aHigh, bHigh);
@@ -51,10 +51,10 @@ constexpr std::array<Unit, 6> units{{
     {0.01, "the points look like centimetres, the boundaries like metres (a factor of 100)"},
 }};
 
-/// Less than this share of the smaller bounds in common counts as apart.
+/// An overlap of less than this share of the smaller bounds counts as none.
 constexpr double noticeable = 0.05;
 
-/// How far and which way the boundaries lie from the points.
+/// Describes the distance and the direction of the boundaries from the points.
 std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
     const auto gap = [](double aLow, double aHigh, double bLow, double bHigh) {
         return bLow > aHigh ? bLow - aHigh : (aLow > bHigh ? bHigh - aLow : 0.0);

@@ -22,7 +22,7 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-/// As the run splits the path of its input directory.
+/// Returns why the input directory cannot be used; empty if it can. Splits the path as a run does.
 std::string directoryFailure(const fs::path& path) {
     const fs::path workspace = path.parent_path();
     if (!fs::is_directory(workspace)) {

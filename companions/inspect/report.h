@@ -1,4 +1,4 @@
-/// What an inspection finds out.
+/// The results of an inspection.
 #pragma once
 
 #include "elevation/header.h"
@@ -15,31 +15,31 @@ struct RecordCounts {
     std::int64_t records = 0; ///< lines that a run reads after the header
     std::int64_t unparsed = 0;
     std::int64_t inside = 0;
-    std::int64_t onBoundary = 0; ///< on the edge of a polygon and inside none
+    std::int64_t onBoundary = 0; ///< on the edge of a polygon, but inside none
     std::int64_t outside = 0;
 
     [[nodiscard]] std::int64_t kept() const { return inside + onBoundary; }
     void add(const RecordCounts& other);
 };
 
-/// A line that is no record.
+/// A line that is not a record.
 struct UnparsedLine {
-    std::int64_t number = 0; ///< in the file, the header being line 1
+    std::int64_t number = 0; ///< in the file; the header is line 1
     std::string reason;
 };
 
 struct FileReport {
     std::string name;
     bool taken = false;
-    std::string reason; ///< why it is left out, or the failure that would end the run
+    std::string reason; ///< why it is skipped, or the failure that would end the run
     bool failed = false;
     ElevationHeader header;
     std::int64_t lineFeeds = 0;
     std::int64_t carriageReturnLineFeeds = 0;
     RecordCounts counts;
     std::vector<UnparsedLine> firstUnparsed;
-    std::int64_t decimalCommas = 0; ///< records whose x or y seems to go on after a comma
-    bool lastLineUnread = false;    ///< text after the last line feed
+    std::int64_t decimalCommas = 0; ///< records whose x or y seems to continue after a comma
+    bool lastLineUnread = false;    ///< there is text after the last line feed
     BoundingBox bounds = BoundingBox::empty(); ///< of the points
 };
 
@@ -55,7 +55,7 @@ struct PolygonReport {
 struct Report {
     std::string inputDirectory;
     std::string boundaryFile;
-    /// What would end the run before it reads a record; empty if nothing would.
+    /// Why a run would fail; empty if it would finish.
     std::string failure;
     std::vector<FileReport> files;
     std::vector<PolygonReport> polygons;
@@ -68,7 +68,7 @@ struct Report {
     [[nodiscard]] bool wouldKeep() const { return failure.empty() && total.kept() > 0; }
 };
 
-/// The files that take part.
+/// Returns the number of files that a run would take.
 std::size_t takenFiles(const Report& report);
 
 } // namespace veldtrim

@@ -7,8 +7,8 @@
 
 namespace veldtrim {
 
-/// One JSON object, indented, with the members that docs/inspect.md lists. Bytes of names that are
-/// not UTF-8 become U+FFFD.
+/// Returns an indented JSON object with the members that docs/inspect.md lists. Bytes of names that
+/// are not UTF-8 become U+FFFD.
 std::string jsonOf(const Report& report);
 
 } // namespace veldtrim

@@ -7,7 +7,7 @@
 
 namespace veldtrim {
 
-/// Plain text, several lines. Control characters in names are shown as "?".
+/// Returns several lines of plain text. Control characters in names are shown as "?".
 std::string textOf(const Report& report);
 
 } // namespace veldtrim
