@@ -1,18 +1,16 @@
-/// The polygons of a shape as a prepared geometry of GEOS.
+/// The polygons of a model as a prepared geometry of GEOS.
 #pragma once
 
+#include "boundary/model/boundary_model.h"
 #include "geometry/elevation_point.h"
-#include "shapes.h"
 
 #include <geos_c.h>
-
-#include <vector>
 
 namespace veldtrim::bench {
 
 class GeosArea {
 public:
-    explicit GeosArea(const std::vector<Outline>& outlines);
+    explicit GeosArea(const BoundaryModel& model);
     GeosArea(const GeosArea&) = delete;
     GeosArea& operator=(const GeosArea&) = delete;
     ~GeosArea();

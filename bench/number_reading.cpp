@@ -1,11 +1,12 @@
 // What it costs to read the two coordinates of a record, by several ways.
 
+#include "data.h"
 #include "elevation/record.h"
-#include "records.h"
 #include "text/number.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <istream>
@@ -13,7 +14,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace {
 
@@ -23,14 +23,11 @@ using namespace veldtrim::bench;
 /// Records to take turns with: enough that no branch predictor learns them by heart.
 constexpr std::size_t recordCount = std::size_t{1} << 16U;
 
-const std::vector<char>& records() {
-    static const std::vector<char> all = [] {
-        std::vector<char> text(recordCount * recordSize);
-        RecordSource source;
-        for (std::size_t i = 0; i < recordCount; ++i) {
-            source.write(&text[i * recordSize]);
-            text[(i + 1) * recordSize - 1] = '\0'; // strtod has no other end
-        }
+/// The records, each ended by a NUL: strtod knows no other end.
+const std::string& records() {
+    static const std::string all = [] {
+        std::string text = readRecords(recordCount);
+        std::replace(text.begin(), text.end(), '\n', '\0');
         return text;
     }();
     return all;
@@ -38,7 +35,7 @@ const std::vector<char>& records() {
 
 template <typename Read>
 void readRecords(benchmark::State& state, Read read) {
-    const std::vector<char>& text = records();
+    const std::string& text = records();
     std::size_t next = 0;
     for (auto unused : state) {
         static_cast<void>(unused);

@@ -1,22 +1,63 @@
 // What the point test costs: beside the plain walk and beside GEOS on the same shapes, and how that
 // grows with the model; and what building the index costs.
 
+#include "boundary/file/boundary_reader.h"
 #include "boundary/index/point_index.h"
-#include "boundary/point_location.h"
-#include "point_subject.h"
+#include "data.h"
+#include "elevation/record.h"
+#include "geos_area.h"
+#include "judges/plain_walk.h"
 #include "run/record_reader.h"
 
 #include <benchmark/benchmark.h>
 
 #include <array>
 #include <cstddef>
+#include <map>
+#include <memory>
 #include <span>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace {
 
 using namespace veldtrim;
 using namespace veldtrim::bench;
+
+/// Points to take turns with: enough that no branch predictor learns them by heart.
+constexpr std::size_t randomPointCount = std::size_t{1} << 20U;
+
+const std::vector<ElevationPoint>& randomPoints() {
+    static const std::vector<ElevationPoint> points = [] {
+        const std::string records = readRecords(randomPointCount);
+        std::vector<ElevationPoint> all(randomPointCount);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            parseRecord({&records[i * recordSize], recordSize}, 'x', ';', all[i]);
+        }
+        return all;
+    }();
+    return points;
+}
+
+/// The model of the shape of this name, whose derived data is built already; one for the whole
+/// process.
+BoundaryModel& modelOf(const std::string& shape) {
+    static std::map<std::string, BoundaryModel> models;
+    const auto [found, isNew] = models.try_emplace(shape);
+    BoundaryModel& model = found->second;
+    if (isNew) {
+        if (!readin_b_XML(shape + ".xml", model)) {
+            throw std::runtime_error("there is no " + shape + ".xml");
+        }
+        // The model builds its index once it has been asked often enough for that to pay.
+        constexpr std::size_t often = 20'000;
+        for (std::size_t i = 0; i < often; ++i) {
+            model.isInBoundary(randomPoints()[i]);
+        }
+    }
+    return model;
+}
 
 template <typename Ask>
 void askForPoints(benchmark::State& state, Ask ask) {
@@ -31,15 +72,15 @@ void askForPoints(benchmark::State& state, Ask ask) {
 
 /// One point after the other, each answer awaited.
 void askModel(benchmark::State& state, const std::string& shape) {
-    BoundaryModel& model = PointSubject::named(shape).warmModel();
+    BoundaryModel& model = modelOf(shape);
     askForPoints(state, [&](const ElevationPoint& point) { return model.isInBoundary(point); });
 }
 
 /// As the clipping pass asks.
 void askModelInBatches(benchmark::State& state, const std::string& shape) {
-    BoundaryModel& model = PointSubject::named(shape).warmModel();
+    BoundaryModel& model = modelOf(shape);
     const std::span<const ElevationPoint> points = randomPoints();
-    std::array<PointLocation, RecordReader::capacity> locations;
+    std::array<PointLocation, RecordReader::capacity> locations{};
     static_assert(randomPointCount % locations.size() == 0);
     std::size_t next = 0;
     while (state.KeepRunningBatch(locations.size())) {
@@ -51,25 +92,32 @@ void askModelInBatches(benchmark::State& state, const std::string& shape) {
 }
 
 void walk(benchmark::State& state, const std::string& shape) {
-    PointSubject& subject = PointSubject::named(shape);
-    askForPoints(state, [&](const ElevationPoint& point) { return subject.walk(point); });
+    const BoundaryModel& model = modelOf(shape);
+    askForPoints(state, [&](const ElevationPoint& point) {
+        return test::plainWalk(model.polygons(), model.vertices(), point);
+    });
 }
 
 void askGeos(benchmark::State& state, const std::string& shape) {
-    GeosArea& area = PointSubject::named(shape).geosArea();
-    askForPoints(state, [&](const ElevationPoint& point) { return area.intersects(point); });
+    static std::map<std::string, std::unique_ptr<GeosArea>> areas;
+    std::unique_ptr<GeosArea>& area = areas[shape];
+    if (!area) {
+        area = std::make_unique<GeosArea>(modelOf(shape));
+        area->intersects(randomPoints().front()); // builds what it prepares
+    }
+    askForPoints(state, [&](const ElevationPoint& point) { return area->intersects(point); });
 }
 
 void buildIndex(benchmark::State& state, const std::string& shape) {
-    PointSubject& subject = PointSubject::named(shape);
+    const BoundaryModel& model = modelOf(shape);
     std::size_t bytes = 0;
     for (auto unused : state) {
         static_cast<void>(unused);
-        const PointIndex index(subject.polygons(), subject.vertices());
+        const PointIndex index(model.polygons(), model.vertices());
         bytes = index.byteSize();
         benchmark::ClobberMemory();
     }
-    const auto vertices = static_cast<double>(subject.size());
+    const auto vertices = static_cast<double>(model.vertices().size());
     state.counters["vertices"] = vertices;
     state.counters["bytesPerVertex"] = static_cast<double>(bytes) / vertices;
 }

@@ -1,14 +1,11 @@
-// Reads one boundary file, with the program's reader or with pugixml, and writes to standard error
-// how long that took and how much memory the process needed. One read per process, so that neither
-// finds memory that the other has left.
+// Reads one boundary file into memory, with the program's reader or with pugixml. One read per
+// process, so that neither finds memory that the other has left.
 
 #include "boundary/file/boundary_reader.h"
 
 #include <pugixml.hpp>
 
-#include <chrono>
 #include <cstddef>
-#include <fstream>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -38,20 +35,6 @@ std::size_t readWithPugixml(const std::string& path) {
     return vertices.size();
 }
 
-/// The most memory that this process had at once. Not from getrusage, which also counts what the
-/// process that started this one held.
-std::size_t peakKibibytes() {
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        if (word == "VmHWM:") {
-            std::size_t size = 0;
-            status >> size;
-            return size;
-        }
-    }
-    return 0;
-}
-
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -60,9 +43,7 @@ int main(int argc, char* argv[]) {
         return 2;
     }
     const bool own = std::string_view(argv[1]) == "veldtrim";
-    const auto begin = std::chrono::steady_clock::now();
     const std::size_t points = own ? readIntoModel(argv[2]) : readWithPugixml(argv[2]);
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
-    std::cerr << points << ' ' << seconds.count() << ' ' << peakKibibytes() << '\n';
+    std::cerr << points << " points\n";
     return points > 0 ? 0 : 1;
 }

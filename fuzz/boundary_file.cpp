@@ -2,17 +2,12 @@
 // any other draws a file of valid form, whose model is then known. The points are those at which
 // a test can go wrong; the plain walk judges the model's answer and the index built for it.
 
-#include "boundary/file/boundary_reader.h"
 #include "boundary/index/point_index.h"
 #include "boundary/model/boundary_model.h"
-#include "draw.h"
 #include "drawn_boundaries.h"
-#include "judge.h"
 #include "judges/plain_walk.h"
 #include "judges/stream_numbers.h"
-#include "scratch.h"
-
-#include <pulsenote_recorder.h>
+#include "target.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,13 +29,6 @@ using veldtrim::fuzz::DrawnBoundaries;
 using veldtrim::fuzz::require;
 
 constexpr std::size_t mostVertices = 60;
-
-bool read(const std::string& text, BoundaryModel& model) {
-    const std::string path = veldtrim::fuzz::scratch().write("boundary.xml", text);
-    const veldtrim::fuzz::QuietConsole quiet;
-    veldtrim::pulsenote_recorder::clear();
-    return veldtrim::readin_b_XML(path, model);
-}
 
 /// The model is the one that was drawn, to the last bit.
 void checkModel(const BoundaryModel& model, const DrawnBoundaries& drawn) {
@@ -109,11 +97,12 @@ void checkPoints(BoundaryModel& model) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     BoundaryModel model;
     if (size > 0 && data[0] == '<') {
-        static_cast<void>(read(std::string(veldtrim::fuzz::textOf(data, size)), model));
+        static_cast<void>(
+            veldtrim::fuzz::readBoundaries(std::string(veldtrim::fuzz::textOf(data, size)), model));
     } else {
         Draw input(veldtrim::fuzz::textOf(data, size));
         const DrawnBoundaries drawn = veldtrim::fuzz::drawBoundaries(input, true);
-        require(read(drawn.text, model), "a file of valid form is read");
+        require(veldtrim::fuzz::readBoundaries(drawn.text, model), "a file of valid form is read");
         checkModel(model, drawn);
     }
     checkPoints(model);

@@ -1,8 +1,11 @@
 /// A boundary file drawn from a fuzz input: valid in its form, wild in its numbers.
 #pragma once
 
-#include "boundary/boundary_segment.h"
-#include "draw.h"
+#include "boundary/file/boundary_reader.h"
+#include "files.h"
+#include "target.h"
+
+#include <pulsenote_recorder.h>
 
 #include <array>
 #include <cstddef>
@@ -76,6 +79,13 @@ inline DrawnBoundaries drawBoundaries(Draw& input, bool withSheaf = false) {
     }
     drawn.text += "</TavelDGM></project>";
     return drawn;
+}
+
+/// Reads the boundary file `text` with the program's reader; its trace and its messages go nowhere.
+inline bool readBoundaries(const std::string& text, BoundaryModel& model) {
+    const QuietConsole quiet;
+    pulsenote_recorder::clear();
+    return readin_b_XML(scratch().write("boundary.xml", text), model);
 }
 
 } // namespace veldtrim::fuzz

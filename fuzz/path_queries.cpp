@@ -1,10 +1,8 @@
 // Path queries: the input is paths, one a line, up to the first NUL, and then the document. Every
 // query of XMLReader is asked for every path, and judged by the reference parser.
 
-#include "draw.h"
-#include "judge.h"
 #include "judges/reference_cursor.h"
-#include "judges/stream_numbers.h"
+#include "target.h"
 
 #include <veldtrim/xml_reader.h>
 
@@ -17,9 +15,9 @@ namespace {
 
 using veldtrim::XMLReader;
 using veldtrim::fuzz::Draw;
-using veldtrim::fuzz::extractFrom;
 using veldtrim::fuzz::ReferenceCursor;
 using veldtrim::fuzz::require;
+using veldtrim::fuzz::requireAsStream;
 
 constexpr std::size_t longestText = 8192;
 constexpr int mostPaths = 16;
@@ -44,21 +42,12 @@ bool expectString(ReferenceCursor& judge, const std::string& path, std::string& 
 
 void checkNumbers(const XMLReader& reader, const std::string& path, bool leads,
                   const std::string& text) {
-    double number = 1;
-    double expectedNumber = 1;
-    const bool isNumber = leads && extractFrom(text, expectedNumber);
-    require(reader.getDouble(path, number) == isNumber, "getDouble's verdict");
-    require(veldtrim::fuzz::sameBits(number, expectedNumber), "getDouble's value");
-    float small = 1;
-    float expectedSmall = 1;
-    const bool isSmall = leads && extractFrom(text, expectedSmall);
-    require(reader.getFloat(path, small) == isSmall, "getFloat's verdict");
-    require(veldtrim::fuzz::sameBits(small, expectedSmall), "getFloat's value");
-    std::int32_t integer = 1;
-    std::int32_t expectedInteger = 1;
-    const bool isInteger = leads && extractFrom(text, expectedInteger);
-    require(reader.getInt(path, integer) == isInteger, "getInt's verdict");
-    require(integer == expectedInteger, "getInt's value");
+    const auto getDouble = [&](double& value) { return reader.getDouble(path, value); };
+    requireAsStream(1.0, text, getDouble, leads);
+    const auto getFloat = [&](float& value) { return reader.getFloat(path, value); };
+    requireAsStream(1.0F, text, getFloat, leads);
+    const auto getInt = [&](std::int32_t& value) { return reader.getInt(path, value); };
+    requireAsStream(std::int32_t{1}, text, getInt, leads);
 }
 
 void checkItems(const XMLReader& reader, ReferenceCursor& judge, const std::string& path) {

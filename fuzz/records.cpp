@@ -1,14 +1,12 @@
 // Header, record and number reading: the input is an elevation file. Its lines, their count, the
 // header's verdict and every record are judged by plain definitions, the numbers by the stream's.
 
-#include "draw.h"
 #include "elevation/header.h"
 #include "elevation/record.h"
 #include "elevation/record_count.h"
-#include "judge.h"
+#include "files.h"
 #include "judges/elevation_rules.h"
-#include "judges/stream_numbers.h"
-#include "scratch.h"
+#include "target.h"
 #include "text/line_reader.h"
 
 #include <veldtrim/xml_reader.h>
@@ -27,25 +25,11 @@ using veldtrim::ElevationPoint;
 using veldtrim::Line;
 using veldtrim::LineReader;
 using veldtrim::XMLReader;
+using veldtrim::fuzz::rawLines;
 using veldtrim::fuzz::require;
+using veldtrim::fuzz::requireAsStream;
 using veldtrim::fuzz::sameBits;
-
-std::vector<std::string_view> rawLines(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
-        lines.push_back(text.substr(0, length));
-        text.remove_prefix(length);
-    }
-    return lines;
-}
-
-std::string_view withoutLineEnd(std::string_view raw) {
-    if (raw.ends_with("\r\n")) {
-        return raw.substr(0, raw.size() - 2);
-    }
-    return raw.ends_with('\n') ? raw.substr(0, raw.size() - 1) : raw;
-}
+using veldtrim::fuzz::withoutLineEnd;
 
 /// The lines of the file, read whole and in pieces.
 void checkLines(const std::string& path, const std::vector<std::string_view>& expected) {
@@ -97,17 +81,14 @@ void checkRecord(const std::string& line, char format, char separator) {
             "the record's point");
 }
 
-template <typename Value, typename Convert>
-void checkConversion(const std::string& line, Convert convert) {
-    Value value{};
-    Value expected{};
-    require(convert(line, value) == veldtrim::fuzz::extractFrom(line, expected),
-            "the conversion's verdict");
-    if constexpr (std::is_same_v<Value, double> || std::is_same_v<Value, float>) {
-        require(sameBits(value, expected), "the conversion's value");
-    } else {
-        require(value == expected, "the conversion's value");
-    }
+void checkConversions(const std::string& line) {
+    const auto with = [&](auto convert) {
+        return [&line, convert](auto& value) { return convert(line, value); };
+    };
+    requireAsStream(0.0, line, with(XMLReader::stringToDouble));
+    requireAsStream(0.0F, line, with(XMLReader::stringToFloat));
+    requireAsStream(std::int32_t{0}, line, with(XMLReader::stringToInt));
+    requireAsStream(std::string(), line, with(XMLReader::stringToString));
 }
 
 } // namespace
@@ -129,10 +110,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 checkRecord(line, format, separator);
             }
         }
-        checkConversion<double>(line, XMLReader::stringToDouble);
-        checkConversion<float>(line, XMLReader::stringToFloat);
-        checkConversion<std::int32_t>(line, XMLReader::stringToInt);
-        checkConversion<std::string>(line, XMLReader::stringToString);
+        checkConversions(line);
     }
     return 0;
 }

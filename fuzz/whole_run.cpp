@@ -1,14 +1,12 @@
 // Whole runs: a small workspace drawn from the input, clipped in process, and its output directory
 // compared with what the stream's definition of a record and the plain walk say it must hold.
 
-#include "boundary/file/boundary_reader.h"
-#include "draw.h"
 #include "drawn_boundaries.h"
-#include "judge.h"
+#include "files.h"
 #include "judges/elevation_rules.h"
 #include "judges/plain_walk.h"
 #include "run/clip_workspace.h"
-#include "scratch.h"
+#include "target.h"
 
 #include <pulsenote_recorder.h>
 
@@ -26,10 +24,10 @@ namespace {
 namespace fs = std::filesystem;
 
 using veldtrim::BoundaryModel;
-using veldtrim::BoundaryPolygon;
 using veldtrim::ElevationPoint;
 using veldtrim::fuzz::Draw;
 using veldtrim::fuzz::require;
+using veldtrim::fuzz::withoutLineEnd;
 using Files = std::map<std::string, std::string>;
 
 constexpr std::size_t mostLines = 40;
@@ -74,38 +72,30 @@ bool isAcceptedName(std::string_view name) {
     return name.ends_with(".txt") || name.ends_with(".xyz") || name.ends_with(".node");
 }
 
-/// The lines that a line feed ends, without their ends, and what follows the last of them.
-std::vector<std::string> linesOf(std::string_view text) {
-    std::vector<std::string> lines;
-    for (std::size_t end = 0; (end = text.find('\n')) != std::string_view::npos;) {
-        const bool returned = end > 0 && text[end - 1] == '\r';
-        lines.emplace_back(text.substr(0, returned ? end - 1 : end));
-        text.remove_prefix(end + 1);
-    }
-    lines.emplace_back(text);
-    return lines;
-}
-
-class Expectation {
-public:
-    explicit Expectation(const BoundaryModel& model)
-        : polygons_(model.polygons()), vertices_(model.vertices()) {}
+struct Expectation {
+    const BoundaryModel* model;
+    Files files;
+    int inputs = 0;
+    int total = 0;
 
     void add(const std::string& name, const std::string& scan) {
-        std::vector<std::string> lines = linesOf(scan);
-        const veldtrim::fuzz::HeaderRule header = veldtrim::fuzz::headerRule(lines.front());
+        const std::vector<std::string_view> lines = veldtrim::fuzz::rawLines(scan);
+        const std::string headerLine(lines.empty() ? "" : withoutLineEnd(lines.front()));
+        const veldtrim::fuzz::HeaderRule header = veldtrim::fuzz::headerRule(headerLine);
         if (!isAcceptedName(name) || !header.accepted) {
             return;
         }
         ++inputs;
-        std::string output = lines.front() + "\n";
+        std::string output = headerLine + "\n";
         int kept = 0;
-        for (std::size_t i = 1; i + 1 < lines.size(); ++i) {
+        for (std::size_t i = 1; i < lines.size(); ++i) {
+            const std::string line(withoutLineEnd(lines[i]));
             ElevationPoint point;
-            if (header.separator &&
-                veldtrim::fuzz::extractRecord(lines[i], 'x', *header.separator, point) &&
-                veldtrim::test::plainWalk(polygons_, vertices_, point)) {
-                output += lines[i] + "\n";
+            // What follows the last line feed is no record.
+            if (header.separator && lines[i].ends_with('\n') &&
+                veldtrim::fuzz::extractRecord(line, 'x', *header.separator, point) &&
+                veldtrim::test::plainWalk(model->polygons(), model->vertices(), point)) {
+                output += line + "\n";
                 ++kept;
             }
         }
@@ -114,14 +104,6 @@ public:
             total += kept;
         }
     }
-
-    Files files;
-    int inputs = 0;
-    int total = 0;
-
-private:
-    std::vector<BoundaryPolygon> polygons_;
-    std::vector<veldtrim::BoundaryVertex> vertices_;
 };
 
 Files filesIn(const fs::path& directory) {
@@ -140,8 +122,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fs::remove_all(workspace);
 
     Draw input(veldtrim::fuzz::textOf(data, size));
-    const std::string boundary =
-        directory.write("boundary.xml", veldtrim::fuzz::drawBoundaries(input).text);
+    BoundaryModel model;
+    require(veldtrim::fuzz::readBoundaries(veldtrim::fuzz::drawBoundaries(input).text, model),
+            "the boundary file is read");
     const Files scans = drawScans(input);
     fs::create_directories(workspace + "/scans");
     for (const auto& [name, scan] : scans) {
@@ -149,15 +132,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
 
     const veldtrim::fuzz::QuietConsole quiet;
-    veldtrim::pulsenote_recorder::clear();
     veldtrim::pulsenote_recorder::recordSteps(false);
-    BoundaryModel model;
-    require(veldtrim::readin_b_XML(boundary, model), "the boundary file is read");
-    Expectation expected(model);
+    Expectation expected{&model, {}};
     for (const auto& [name, scan] : scans) {
         expected.add(name, scan);
     }
-    const int result = veldtrim::clipWorkspace(model, workspace, "scans", "clipped", boundary);
+    const int result = veldtrim::clipWorkspace(model, workspace, "scans", "clipped",
+                                               directory.path("boundary.xml"));
     require(result == (expected.inputs == 0 ? 1 : 0), "the run's result");
     if (result == 0) {
         expected.files["total_node_count.txt"] = std::to_string(expected.total) + "\n";

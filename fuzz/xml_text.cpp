@@ -2,9 +2,8 @@
 // and query in an order drawn from the input. The document comes first, up to the first NUL; the
 // rest is operations, each a byte and a byte for its operand.
 
-#include "draw.h"
-#include "judge.h"
 #include "judges/reference_cursor.h"
+#include "target.h"
 
 #include <veldtrim/cmarkup_stl.h>
 
@@ -67,9 +66,9 @@ void checkLinks(const std::vector<ElementPosition>& elements, std::size_t count,
 void checkMarkup(const CMarkupSTL& document, std::size_t count) {
     for (std::size_t i = 1; i < std::min(count, mostReparsed); ++i) {
         const ElementPosition& element = document.getElements()[i];
+        const auto start = static_cast<std::size_t>(element.startLeft);
         const std::string markup = document.getDocText().substr(
-            static_cast<std::size_t>(element.startLeft),
-            static_cast<std::size_t>(element.endRight - element.startLeft + 1));
+            start, static_cast<std::size_t>(element.endRight) + 1 - start);
         CMarkupSTL again;
         require(again.setDocument(markup.c_str()), "an element's markup parses");
         again.resetPosition();

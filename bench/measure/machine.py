@@ -2,25 +2,11 @@
 
 import os
 import re
-import shutil
-import subprocess
 
-from .build import REPOSITORY
+from .build import first_line
 
 LIBRARIES = ["libbenchmark-dev", "libboost-filesystem-dev", "libgeos-dev", "libpugixml-dev"]
-PROGRAMS = {
-    "hyperfine": ["--version"],
-    "valgrind": ["--version"],
-    "gmt": ["--version"],
-    "mawk": ["-W", "version"],
-}
-
-
-def first_line(command):
-    if shutil.which(command[0]) is None:
-        return ""
-    process = subprocess.run(command, capture_output=True, text=True)
-    return (process.stdout + process.stderr).split("\n")[0].strip()
+PROGRAMS = {"valgrind": ["--version"], "gmt": ["--version"], "mawk": ["-W", "version"]}
 
 
 def processor():
@@ -33,9 +19,9 @@ def memory_gibibytes():
     return os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
 
 
-def describe_machine(options, data_directory, build):
+def describe_machine(plan):
     """The lines below the table."""
-    file_system = first_line(["findmnt", "-n", "-o", "FSTYPE", "-T", data_directory])
+    file_system = first_line(["findmnt", "-n", "-o", "FSTYPE", "-T", plan.data.directory])
     versions = []
     for package in LIBRARIES:
         version = first_line(["dpkg-query", "-W", "-f", "${Version}", package])
@@ -44,19 +30,19 @@ def describe_machine(options, data_directory, build):
         version = first_line([name, *arguments])
         if version:
             versions.append(version if name in version else f"{name} {version}")
-    commit = first_line(["git", "-C", REPOSITORY, "describe", "--always", "--dirty"])
+    compiler = first_line([plan.build.setting("CMAKE_CXX_COMPILER"), "--version"])
     lines = [
-        f"Medians of {options.runs} runs, {options.records:,} records a file unless it says"
-        " otherwise. Whole runs: wall time unless it says otherwise. Inside a process: processor"
-        " time.",
+        f"Medians of {plan.runs} runs, {plan.records:,} records a file unless it says otherwise."
+        " Whole runs: wall time unless it says otherwise. Inside a process: processor time.",
         "",
         f"- Machine: {processor()}, {os.cpu_count()} processors, {memory_gibibytes():.0f} GiB,"
         f" Linux {os.uname().release}, files on {file_system}",
-        f"- Compiler: {first_line([build.compiler(), '--version'])}, -O3 -DNDEBUG",
+        f"- Compiler: {compiler}, -O3 -DNDEBUG",
         f"- Versions: {', '.join(versions)}",
+        f"- Veldtrim at {plan.build.commit() or 'an unknown commit'}",
     ]
-    if commit:
-        lines.append(f"- Veldtrim at {commit}")
-    if options.quick:
+    if plan.against:
+        lines.append(f"- Compared with Veldtrim at {plan.against.commit() or 'an unknown commit'}")
+    if plan.quick:
         lines.append("- A quick run: no figures to quote.")
     return "\n".join(lines)

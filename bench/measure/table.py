@@ -1,8 +1,8 @@
 """The table that bench/run prints."""
 
 from dataclasses import dataclass
-
-from .timing import median
+from statistics import median
+from typing import Callable
 
 
 @dataclass
@@ -24,31 +24,51 @@ def nanoseconds(value):
 
 
 def mebibytes(kibibytes):
-    return f"{kibibytes / 1024:.3g} MiB"
+    value = kibibytes / 1024
+    return f"{value:,.0f} MiB" if value >= 100 else f"{value:.3g} MiB"
+
+
+@dataclass
+class Figure:
+    """What is taken from a sample, and how it is written."""
+
+    of: Callable
+    form: Callable
+    name: str = ""  # where a section has several
+
+
+WALL = Figure(lambda run: run.wall, seconds, "time")
+PROCESSOR = Figure(lambda run: run.processor, seconds, "processor time")
+PEAK = Figure(lambda run: run.peak, mebibytes, "peak memory")
+NANOSECONDS = Figure(lambda result: result["nanoseconds"], nanoseconds)
 
 
 def ratio(figure, other):
+    if other == 0:
+        return ""
     quotient = figure / other
     return f"{quotient:.2f}" if quotient >= 0.1 else f"{quotient:.2g}"
 
 
-def compare(section, what, figures, beside, others, form):
-    """A row of two medians, their ratio, and the least and greatest ratio of a pair of runs."""
-    pairs = [figure / other for figure, other in zip(figures, others)]
-    figure, other = median(figures), median(others)
-    spread = f"{ratio(figure, other)} ({min(pairs):.2f} to {max(pairs):.2f})"
-    return Row(section, what, form(figure), beside, form(other), spread)
+def compare(section, what, figure, own, beside="", others=()):
+    """A row of one figure: medians, their ratio, and the least and greatest of a pair of runs."""
+    owns = [figure.of(sample) for sample in own]
+    row = Row(section, what, figure.form(median(owns)))
+    if others:
+        others = [figure.of(sample) for sample in others]
+        row.beside, row.other = beside, figure.form(median(others))
+        row.ratio = ratio(median(owns), median(others))
+        pairs = [own / other for own, other in zip(owns, others) if other != 0]
+        if len(pairs) > 1:
+            row.ratio += f" ({ratio(min(pairs), 1)} to {ratio(max(pairs), 1)})"
+    return row
 
 
 def render(rows):
-    titles = Row("", "measured", "Veldtrim", "beside", "its figure", "ratio")
-    lines = [titles, None, *rows]
-    cells = []
+    titles = ["", "measured", "Veldtrim", "beside", "its figure", "ratio"]
+    cells = [titles, ["---", "---", "---:", "---", "---:", "---:"]]
     section = ""
-    for row in lines:
-        if row is None:
-            cells.append(["---", "---", "---:", "---", "---:", "---:"])
-            continue
+    for row in rows:
         # The section's name stands where it begins.
         name = row.section if row.section != section else ""
         section = row.section

@@ -10,11 +10,11 @@ namespace veldtrim {
 /// Returns a number with commas between groups of three digits.
 std::string grouped(std::int64_t number);
 
-/// Returns a coordinate with at most nine significant digits.
+/// A coordinate in full: the shortest decimal number that reads back as the same value.
 std::string coordinate(double value);
 
-/// Returns a distance with at most six significant digits.
-std::string distance(double value);
+/// A computed distance or area in at most nine significant digits.
+std::string measure(double value);
 
 /// Returns the text with each control character replaced by "?".
 std::string printable(std::string_view text);

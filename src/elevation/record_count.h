@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 namespace veldtrim {
 
@@ -13,5 +14,8 @@ namespace veldtrim {
 /// blocks; memory does not grow with its size. Throws std::length_error, which names the file, if
 /// the number does not fit the result, and std::system_error if reading fails.
 std::int32_t countRecords(std::string path);
+
+/// The same, and `openError` says why the file could not be opened: no error if it could.
+std::int32_t countRecords(std::string path, std::error_code& openError);
 
 } // namespace veldtrim

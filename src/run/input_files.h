@@ -17,8 +17,7 @@ bool hasInputExtension(std::string path);
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line
 /// is an accepted header.
 ///
-/// If only the ending is accepted, sends a StateMessage with the reason for skipping the file. A
-/// file that cannot be read is treated as if its header line were empty.
+/// A file with an accepted ending that is left out is reported as a StateMessage with the reason.
 bool isInputFile(std::string path);
 
 /// Returns why the file at `path`, whose name has an accepted ending, is not an input file. The
@@ -37,9 +36,10 @@ struct InputFile {
     std::int32_t recordCount = 0;
 };
 
-/// Returns the input files of a directory, without those of its subdirectories, and their record
-/// counts, in the order in which the system lists them. Throws what visitFiles and countRecords
-/// throw.
+/// The input files of a directory, not of its subdirectories, in the order in which the system
+/// lists them, each with its record count, -1 for a file that cannot be opened any more, which is
+/// reported as skipped. Links are followed. Throws
+/// boost::filesystem::filesystem_error when listing fails, and as countRecords does.
 std::vector<InputFile> findInputFiles(const std::string& directory);
 
 } // namespace veldtrim

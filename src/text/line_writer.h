@@ -5,6 +5,7 @@
 #include "text/line_reader.h"
 
 #include <string>
+#include <system_error>
 
 namespace veldtrim {
 
@@ -19,8 +20,10 @@ public:
     /// previous line.
     void write(const Line& line);
 
-    /// Closes the file. Throws std::system_error if the system reports that written lines were
-    /// lost; the file is closed even then.
+    /// Why the file could not be created; no error if it could.
+    [[nodiscard]] std::error_code openError() const { return file_.openError(); }
+
+    /// Throws std::system_error when the system reports that lines did not arrive.
     void close() { file_.close(); }
 
 private:

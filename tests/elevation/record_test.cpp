@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <random>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,10 +24,10 @@ using Bits = std::optional<std::pair<std::uint64_t, std::uint64_t>>;
 template <typename Parse>
 Bits bits(Parse parse, std::string_view line, char format, char separator) {
     ElevationPoint point;
-    return parse(std::string(line), format, separator, point)
-               ? Bits(
-                     {std::bit_cast<std::uint64_t>(point.x), std::bit_cast<std::uint64_t>(point.y)})
-               : std::nullopt;
+    if (!parse(std::string(line), format, separator, point)) {
+        return {};
+    }
+    return {{std::bit_cast<std::uint64_t>(point.x), std::bit_cast<std::uint64_t>(point.y)}};
 }
 
 /// Lines near the grammar of a record. One draw a statement: the lines are the same with every
@@ -35,26 +38,20 @@ public:
 
     /// Two numbers of any size and length, most of them good ones.
     std::string numbers() {
-        std::string line;
-        appendNumber(line);
-        line += ';';
-        appendNumber(line);
-        return line + ";0";
+        const std::string first = number();
+        return first + ';' + number() + ";0";
     }
 
     /// Plausible numbers, broken ones, and everything between, in odd distances.
     std::string oddities(char separator) {
-        std::string line;
-        appendAnyNumber(line);
-        appendGap(line, separator);
-        appendAnyNumber(line);
-        if (draw(8) != 0) {
-            appendGap(line, separator);
-            appendAnyNumber(line);
+        std::string line = anyNumber();
+        for (unsigned more = draw(8) == 0 ? 1 : 2; more > 0; --more) {
+            line += gap(separator);
+            line += anyNumber();
         }
         if (draw(16) == 0 && !line.empty()) {
-            const unsigned at = draw(static_cast<unsigned>(line.size()));
-            line[at] = std::string("\0\x1A \t;,.eE+-0x9\xFF", 15)[draw(15)];
+            char& any = line[draw(static_cast<unsigned>(line.size()))];
+            any = std::string("\0\x1A \t;,.eE+-0x9\xFF", 15)[draw(15)];
         }
         return line;
     }
@@ -62,81 +59,44 @@ public:
 private:
     unsigned draw(unsigned below) { return static_cast<unsigned>(random_() % below); }
 
-    void appendDigits(std::string& line, unsigned count) {
-        for (; count > 0; --count) {
-            line += static_cast<char>('0' + draw(10));
-        }
+    std::string digits(unsigned count) {
+        std::string text(count, '0');
+        std::generate(text.begin(), text.end(), [&] { return "0123456789"[draw(10)]; });
+        return text;
     }
 
-    void appendNumber(std::string& line) {
-        if (draw(3) == 0) {
-            line += '-';
-        }
+    std::string number() {
+        std::string text = draw(3) == 0 ? "-" : "";
         const unsigned kind = draw(8);
-        appendDigits(line, kind < 4 ? draw(7) : draw(25));
+        text += digits(draw(kind < 4 ? 7 : 25));
         if (kind != 7) {
-            line += '.';
-            appendDigits(line, kind < 4 ? draw(4) : draw(25));
+            text += '.' + digits(draw(kind < 4 ? 4 : 25));
         }
         if (kind == 4 || kind == 5) {
-            line += 'e';
-            line += draw(2) == 0 ? '-' : '+';
-            appendDigits(line, 1 + draw(3));
+            text += draw(2) == 0 ? "e-" : "e+";
+            text += digits(1 + draw(3));
         }
-        if (draw(16) == 0) {
-            line += "abE+-.x ,"[draw(9)];
-        }
+        return draw(16) == 0 ? text + "abE+-.x ,"[draw(9)] : text;
     }
 
-    void appendAnyNumber(std::string& line) {
-        static const std::vector<std::string> odd{"1e",
-                                                  "1e+",
-                                                  "0x10",
-                                                  "inf",
-                                                  "nan",
-                                                  "1e999",
-                                                  "-1e999",
-                                                  ".5",
-                                                  "5.",
-                                                  "+3",
-                                                  ".",
-                                                  "-",
-                                                  "+-1",
-                                                  "--1",
-                                                  "1e5x",
-                                                  "1.2.",
-                                                  "1e5.5",
-                                                  "",
-                                                  "1e-999",
-                                                  "-0",
-                                                  "-.0",
-                                                  "0e0",
-                                                  "1E5",
-                                                  "4.9e-324",
-                                                  "2e-324",
-                                                  "1.7976931348623159e308",
-                                                  "1'0",
-                                                  "1,5",
-                                                  "+1e+2",
-                                                  "e5",
-                                                  "9007199254740993"};
-        if (draw(8) == 0) {
-            line += odd[draw(static_cast<unsigned>(odd.size()))];
-        } else {
-            appendNumber(line);
-        }
+    std::string anyNumber() {
+        static std::istringstream words(
+            "1e 1e+ 0x10 inf nan 1e999 -1e999 .5 5. +3 . - +-1 --1 1e5x 1.2. 1e5.5 1e-999 -0 -.0 "
+            "0e0 1E5 4.9e-324 2e-324 1.7976931348623159e308 1'0 1,5 +1e+2 e5 9007199254740993");
+        static const std::vector<std::string> odd(std::istream_iterator<std::string>(words), {});
+        return draw(8) == 0 ? odd[draw(static_cast<unsigned>(odd.size()))] : number();
     }
 
-    void appendGap(std::string& line, char separator) {
+    std::string gap(char separator) {
         static const std::vector<std::string> blanks{"", "", "", " ", "\t", "  ", "\v\f", "\r"};
-        line += blanks[draw(8)];
+        std::string text = blanks[draw(8)];
         if (draw(64) == 0) {
-            line += std::string(90 + draw(20), 'k');
+            text.append(90 + draw(20), 'k');
         }
         if (draw(64) != 0) {
-            line += separator;
+            text += separator;
         }
-        line += blanks[draw(8)];
+        return text + blanks[draw(8)];
     }
 
     std::mt19937 random_;
@@ -188,28 +148,13 @@ TEST(Record, SaysWhereAndWhyALineIsNone) {
         char format = 'x';
     };
     const std::string far(99, 'k');
-    for (const Case& c : {Case{"1.5;2.5;3", None, 7},
-                          Case{" 1.5 ; 2.5 ", None, 10},
-                          Case{"1,5 ;2,5", None, 6},
-                          Case{"1 2 ", None, 3, ' '},
-                          Case{"1" + far + ";2;", None, 102},
-                          Case{"", NoX, 0},
-                          Case{"a;2;3", NoX, 0},
-                          Case{"1e999;2;3", NoX, 0},
-                          Case{" 1", NothingAfterX, 2},
-                          Case{"1 2 ", NoSeparatorAfterX, 1},
-                          Case{"1k" + far + ";2;", NoSeparatorAfterX, 1},
-                          Case{"1;b;3", NoY, 2},
-                          Case{"1,5 2", NoY, 1, ' '},
-                          Case{"1;", NoY, 2},
-                          Case{"1;2", NothingAfterY, 3},
-                          Case{"17;1.5;2.5;3", None, 10, ';', 'y'},
-                          Case{"17 1.5 2.5 3", None, 10, ' ', 'y'},
-                          Case{"a;1;2;3", NoIdentifier, 0, ';', 'y'},
-                          Case{"99999999999;1;2;", NoIdentifier, 0, ';', 'y'},
-                          Case{"17", NoSeparatorAfterIdentifier, 2, ';', 'y'},
-                          Case{"17;b;2;", NoX, 3, ';', 'y'},
-                          Case{"17;1;2", NothingAfterY, 6, ';', 'y'}}) {
+    for (const Case& c :
+         {Case{" 1.5 ; 2.5 ", None, 10}, Case{"1 2 ", None, 3, ' '},
+          Case{"1" + far + ";2;", None, 102}, Case{"", NoX, 0}, Case{" 1", NothingAfterX, 2},
+          Case{"1 2 ", NoSeparatorAfterX, 1}, Case{"1k" + far + ";2;", NoSeparatorAfterX, 1},
+          Case{"1;b;3", NoY, 2}, Case{"1,5 2", NoY, 1, ' '}, Case{"1;2", NothingAfterY, 3},
+          Case{"17;1.5;2.5;3", None, 10, ';', 'y'}, Case{"a;1;2;3", NoIdentifier, 0, ';', 'y'},
+          Case{"17", NoSeparatorAfterIdentifier, 2, ';', 'y'}, Case{"17;b;2;", NoX, 3, ';', 'y'}}) {
         ElevationPoint point;
         const RecordReading reading = readRecord(c.line, {c.format, c.separator, 0}, point);
         EXPECT_EQ(reading.fault, c.fault) << c.line;

@@ -49,10 +49,7 @@ inline bool extractRecord(const std::string& line, char format, char separator,
     stream.imbue(std::locale::classic());
     const auto seekSeparator = [&] {
         char character = 0;
-        for (int i = 0; separator != ' ' && i < 100; ++i) {
-            if (!stream.get(character)) {
-                return false;
-            }
+        for (int i = 0; separator != ' ' && i < 100 && stream.get(character); ++i) {
             if (character == separator) {
                 return true;
             }

@@ -6,25 +6,16 @@
 #include "judges/model_builder.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veldtrim::test {
-
-/// Appends the polygons of `other`.
-inline void addRings(BoundaryModel& model, const BoundaryModel& other) {
-    for (const BoundaryPolygon& polygon : other.polygons()) {
-        Ring ring;
-        for (const std::int32_t index : polygon.vertexIndices) {
-            ring.push_back(other.vertices()[static_cast<std::size_t>(index)]);
-        }
-        addRing(model, ring);
-    }
-}
 
 class ModelGenerator {
 public:
@@ -51,106 +42,93 @@ public:
         return names[static_cast<std::size_t>(kind)];
     }
 
-    explicit ModelGenerator(unsigned seed) : seed_(seed), random_(seed) {}
-
-    [[nodiscard]] unsigned seed() const { return seed_; }
+    explicit ModelGenerator(unsigned seed) : random_(seed) {}
 
     BoundaryModel model(Kind kind) {
-        BoundaryModel model;
         switch (kind) {
         case Kind::Random:
-            for (std::size_t n = 1 + below(4); n > 0; --n) {
-                addRing(model, ring(3 + below(40), [this] { return uniform(0, 100); }));
-            }
-            break;
+            return rings(1 + below(4), [this] {
+                return ring(3 + below(below(2) == 0 ? 20 : 400),
+                            [this] { return uniform(0, 100); });
+            });
         case Kind::Grid:
-            for (std::size_t n = 1 + below(5); n > 0; --n) {
-                addRing(model, ring(1 + below(20), [this] { return integer(8); }));
-            }
-            break;
+            return rings(1 + below(5),
+                         [this] { return ring(1 + below(20), [this] { return integer(8); }); });
         case Kind::Star:
-            addRing(model, star(50 + below(2000), 0.8));
-            break;
+            return modelOf({circle(50 + below(2000), 0.8, 0.8)});
         case Kind::Spikes:
-            return spikes(50 + below(1000), uniform(0, 0.9));
+            return modelOf({circle(50 + below(1000), uniform(0, 0.9), 1)});
         case Kind::Many:
-            for (std::size_t n = 5 + below(200); n > 0; --n) {
-                addRing(model, moved(star(3 + below(10), 0.3), uniform(0.01, 0.2),
-                                     uniform(-100, 100), uniform(-100, 100)));
-            }
-            break;
+            return rings(5 + below(200), [this] {
+                return moved(circle(3 + below(10), 0.3, 0.3), uniform(0.01, 0.2),
+                             uniform(-100, 100), uniform(-100, 100));
+            });
         case Kind::Degenerate:
-            addDegenerate(model);
-            break;
+            return rings(1 + below(40), [this] { return degenerate(); });
         case Kind::Borders:
-            addAtCellBorders(model);
-            break;
+            return atCellBorders();
         case Kind::Offset:
-            for (std::size_t n = 1 + below(3); n > 0; --n) {
+            return rings(1 + below(3), [this] {
                 const double scale = std::ldexp(1.0, -static_cast<int>(below(40)));
-                addRing(model, moved(star(20 + below(100), 0.5), scale, 745000.25, 4.1e6));
-            }
-            break;
-        case Kind::Huge:
-            for (std::size_t n = 1 + below(4); n > 0; --n) {
-                addRing(model, ring(3 + below(12), [this] {
-                            static const std::vector<double> sizes{1e308, 1e155, 1e20, 1e14,
-                                                                   1e3,   1.0,   1e-3, 1e-160};
-                            return uniform(-1, 1) * sizes[below(sizes.size())];
-                        }));
-            }
-            break;
+                return moved(circle(20 + below(100), 0.5, 0.5), scale, 745000.25, 4.1e6);
+            });
+        default: // Kind::Huge
+            return rings(1 + below(4), [this] {
+                return ring(3 + below(12), [this] {
+                    static const std::vector<double> sizes{1e308, 1e155, 1e20, 1e14,
+                                                           1e3,   1.0,   1e-3, 1e-160};
+                    return uniform(-1, 1) * sizes[below(sizes.size())];
+                });
+            });
         }
-        return model;
     }
 
-    /// A ring whose vertices alternate between the radius 100 and a random one, which is at least
-    /// `inner` times as large.
-    BoundaryModel spikes(std::size_t vertices, double inner) {
-        BoundaryModel model;
+    /// A ring around the origin with vertices at radiuses up to 100, which are at least `inner`
+    /// times as large, those of every other vertex `outer` times.
+    Ring circle(std::size_t size, double inner, double outer) {
         Ring ring;
-        for (std::size_t i = 0; i < vertices; ++i) {
-            const double radius = i % 2 == 0 ? 100.0 : 100.0 * uniform(inner, 1.0);
-            ring.push_back(onCircle(i, vertices, radius));
+        for (std::size_t i = 0; i < size; ++i) {
+            const double radius = 100 * uniform(i % 2 == 0 ? outer : inner, 1);
+            const double angle =
+                2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size);
+            ring.push_back({radius * std::cos(angle), radius * std::sin(angle)});
         }
-        addRing(model, ring);
-        return model;
+        if (below(2) == 0) {
+            std::reverse(ring.begin(), ring.end());
+        }
+        return ring;
     }
 
     /// A point near the model: on or next to a vertex or an edge, at the height of a vertex, at the
     /// border of a polygon's bounds, or anywhere.
     ElevationPoint point(const BoundaryModel& model) {
         const std::vector<BoundaryVertex>& vertices = model.vertices();
-        const BoundaryVertex& any = vertices[below(vertices.size())];
-        const BoundaryVertex& other = vertices[below(vertices.size())];
         const std::size_t at = below(vertices.size());
+        const BoundaryVertex& any = vertices[at];
         const BoundaryVertex& next = vertices[(at + 1) % vertices.size()];
-        switch (below(8)) {
+        const BoundaryVertex& other = vertices[below(vertices.size())];
+        const double share = below(4) == 0 ? 0.5 : uniform(0, 1);
+        switch (below(7)) {
         case 0:
-            return {any.x, any.y};
+            return {beside(any.x), beside(any.y)};
         case 1:
             return {any.x, other.y};
         case 2:
-            return {beside(any.x), beside(any.y)};
-        case 3:
             return {uniform(-101, 101), any.y};
+        case 3:
+            return {beside(std::lerp(any.x, next.x, share)),
+                    beside(std::lerp(any.y, next.y, share))};
         case 4: {
-            const double share = below(4) == 0 ? 0.5 : uniform(0, 1);
-            return {beside(vertices[at].x + share * (next.x - vertices[at].x)),
-                    beside(vertices[at].y + share * (next.y - vertices[at].y))};
-        }
-        case 5: {
             const BoundingBox& bounds = model.polygons()[below(model.polygons().size())].bounds;
             const double reach = uniform(-1.2e-6, 1.2e-6);
             return {below(2) == 0 ? bounds.xMin + reach : bounds.xMax + reach,
                     below(2) == 0 ? bounds.yMax : uniform(bounds.yMin / 2, bounds.yMax / 2)};
         }
-        case 6:
+        case 5:
             return {std::round(uniform(-1, 9)), std::round(uniform(-1, 9))};
         default:
             // Between two vertices, so that the size of the model does not matter.
-            return {any.x + uniform(0, 1) * (other.x - any.x),
-                    any.y + uniform(0, 1) * (other.y - any.y)};
+            return {std::lerp(any.x, other.x, share), std::lerp(any.y, other.y, uniform(0, 1))};
         }
     }
 
@@ -165,42 +143,26 @@ private:
 
     /// The value, or one of its neighbours.
     double beside(double value) {
-        switch (below(4)) {
-        case 0:
-            return std::nextafter(value, -1e300);
-        case 1:
-            return std::nextafter(value, 1e300);
-        default:
-            return value;
-        }
+        const std::array<double, 4> values{std::nextafter(value, -1e300),
+                                           std::nextafter(value, 1e300), value, value};
+        return values[below(values.size())];
+    }
+
+    template <typename MakeRing>
+    static BoundaryModel rings(std::size_t count, MakeRing makeRing) {
+        std::vector<Ring> rings(count);
+        std::generate(rings.begin(), rings.end(), makeRing);
+        return modelOf(rings);
     }
 
     template <typename Coordinate>
     Ring ring(std::size_t size, Coordinate coordinate) {
-        Ring ring;
-        for (std::size_t i = 0; i < size; ++i) {
-            const double x = coordinate();
-            ring.push_back({x, coordinate()});
+        Ring ring(size);
+        for (BoundaryVertex& vertex : ring) {
+            vertex = {coordinate(), coordinate()};
         }
         if (below(3) == 0) {
             ring.push_back(ring.front());
-        }
-        return ring;
-    }
-
-    static BoundaryVertex onCircle(std::size_t i, std::size_t of, double radius) {
-        const double angle =
-            2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(of);
-        return {radius * std::cos(angle), radius * std::sin(angle)};
-    }
-
-    Ring star(std::size_t size, double inner) {
-        Ring ring;
-        for (std::size_t i = 0; i < size; ++i) {
-            ring.push_back(onCircle(i, size, 100.0 * uniform(inner, 1.0)));
-        }
-        if (below(2) == 0) {
-            std::reverse(ring.begin(), ring.end());
         }
         return ring;
     }
@@ -212,31 +174,28 @@ private:
         return ring;
     }
 
-    void addDegenerate(BoundaryModel& model) {
-        for (std::size_t n = 1 + below(40); n > 0; --n) {
-            const BoundaryVertex from{uniform(0, 10), uniform(0, 10)};
-            const BoundaryVertex to = below(2) == 0
-                                          ? BoundaryVertex{integer(9), integer(9)}
-                                          : BoundaryVertex{from.x + uniform(-1e-7, 1e-7), from.y};
-            const std::vector<Ring> rings{
-                {from},
-                {from, to},
-                {from, {to.x, from.y}, {uniform(0, 10), from.y}}, // flat
-                {from, {from.x, to.y}, {from.x, uniform(0, 10)}}, // upright
-                {from, to, from, to, from},                       // there and back
-                {from, from, from, to, to, {to.x, from.y}}};
-            addRing(model, rings[below(rings.size())]);
-        }
+    Ring degenerate() {
+        const BoundaryVertex from{uniform(0, 10), uniform(0, 10)};
+        const BoundaryVertex to = below(2) == 0
+                                      ? BoundaryVertex{integer(9), integer(9)}
+                                      : BoundaryVertex{from.x + uniform(-1e-7, 1e-7), from.y};
+        const std::vector<Ring> rings{{from},
+                                      {from, to},
+                                      {from, {to.x, from.y}, {uniform(0, 10), from.y}}, // flat
+                                      {from, {from.x, to.y}, {from.x, uniform(0, 10)}}, // upright
+                                      {from, to, from, to, from}, // there and back
+                                      {from, from, from, to, to, {to.x, from.y}}};
+        return rings[below(rings.size())];
     }
 
     /// Triangles with a tip where quarters of the index's cells meet, give or take some units in
     /// the last place. Two more triangles fix the area.
-    void addAtCellBorders(BoundaryModel& model) {
+    BoundaryModel atCellBorders() {
         const double size = 1000.0;
         const double start = -uniform(0, size); // near the origin doubles are finer than the cells
         const double end = start + size;
-        addRing(model, {{start, start}, {start + 1, start}, {start, start + 1}});
-        addRing(model, {{end, end}, {end - 1, end}, {end, end - 1}});
+        std::vector<Ring> rings{{{start, start}, {start + 1, start}, {start, start + 1}},
+                                {{end, end}, {end - 1, end}, {end, end - 1}}};
         const double margin = indexMargin(std::max(-start, end));
         const auto border = [&] {
             const std::size_t cells = std::size_t{2} << below(3);
@@ -249,15 +208,16 @@ private:
             return at;
         };
         for (std::size_t n = 20 + below(60); n > 0; --n) {
-            const double within = uniform(start + 2, end - 2);
-            const BoundaryVertex tip =
-                below(2) == 0 ? BoundaryVertex{border(), within} : BoundaryVertex{within, border()};
-            const BoundaryVertex side{uniform(-1, 1), uniform(-1, 1)};
-            addRing(model, {tip, {tip.x + side.x, tip.y}, {tip.x, tip.y + side.y}});
+            BoundaryVertex tip{border(), uniform(start + 2, end - 2)};
+            if (below(2) == 0) {
+                std::swap(tip.x, tip.y);
+            }
+            rings.push_back(
+                {tip, {tip.x + uniform(-1, 1), tip.y}, {tip.x, tip.y + uniform(-1, 1)}});
         }
+        return modelOf(rings);
     }
 
-    unsigned seed_;
     std::mt19937 random_;
 };
 

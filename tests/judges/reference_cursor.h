@@ -4,7 +4,6 @@
 
 #include "judges/reference_markup.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -22,15 +21,14 @@ public:
     void reset() { parent_ = main_ = child_ = 0; }
 
     bool findChild(const std::string& name) {
-        if (main_ == 0) {
-            if (const int first = at(parent_).firstChild; first != 0) {
-                parent_ = at(first).parent;
-                main_ = first;
-                child_ = 0;
-            }
+        if (const int first = at(parent_).firstChild; main_ == 0 && first != 0) {
+            parent_ = at(first).parent;
+            main_ = first;
+            child_ = 0;
         }
         int found = child_ != 0 ? at(child_).nextSibling : at(main_).firstChild;
-        while (found != 0 && !name.empty() && !markup_.isNamed(found, name)) {
+        while (found != 0 && !name.empty() &&
+               !reference::Markup::matches(markup_.nameOf(found), name)) {
             found = at(found).nextSibling;
         }
         if (found == 0) {
@@ -58,55 +56,44 @@ public:
 
     std::string attribute(const std::string& name) { return attributeOf(main_, name); }
     std::string childAttribute(const std::string& name) { return attributeOf(child_, name); }
-    [[nodiscard]] std::string childName() const { return child_ == 0 ? "" : markup_.name(child_); }
+    std::string childName() { return child_ == 0 ? "" : markup_.nameOf(child_).text; }
 
-    [[nodiscard]] std::string elementMarkup() const {
+    std::string elementMarkup() {
         return main_ == 0 ? "" : cut(at(main_).startLeft, at(main_).endRight + 1);
     }
 
-    [[nodiscard]] std::string data() const {
+    std::string data() {
         const ElementPosition& element = at(main_);
         if (main_ == 0 || element.firstChild != 0 || element.isEmptyElement()) {
             return "";
         }
         const std::string start = "<![CDATA[";
-        // The first token of the content; if it is quoted, the text between the quotes.
-        std::size_t left = markup_.text.find_first_not_of(
-            " \t\n\r", static_cast<std::size_t>(element.startRight) + 1);
-        std::size_t behind = left + 1;
-        if (const char quote = markup_.text[left]; quote == '"' || quote == '\'') {
-            behind = markup_.text.find(quote, ++left);
-        }
-        const auto end = static_cast<std::size_t>(element.endLeft);
-        if (left + start.size() + 2 < end && markup_.text.compare(left, start.size(), start) == 0) {
-            const std::size_t close = markup_.text.find("]]>", behind);
-            if (close < end) {
-                return markup_.text.substr(left + start.size(), close - left - start.size());
-            }
+        reference::Token token{.next = element.startRight + 1};
+        markup_.next(token);
+        const int begin = token.left + static_cast<int>(start.size());
+        const int close = markup_.find("]]>", token.next);
+        if (markup_.find(start, token.left) == token.left && begin <= close &&
+            close < element.endLeft) {
+            return cut(begin, close);
         }
         return decoded(cut(element.startRight + 1, element.endLeft));
     }
 
     /// Descends along a path as far as possible.
     bool traverse(std::string path) {
-        for (bool last = false; !last;) {
-            const std::size_t slash = path.find('/');
-            last = slash == std::string::npos;
-            if (!findChild(path.substr(0, slash))) {
+        for (path += '/'; !path.empty(); path.erase(0, path.find('/') + 1)) {
+            if (!findChild(path.substr(0, path.find('/')))) {
                 return false;
             }
             into();
-            path.erase(0, last ? path.size() : slash + 1);
         }
         return true;
     }
 
 private:
-    [[nodiscard]] const ElementPosition& at(int index) const {
-        return markup_.elements[static_cast<std::size_t>(index)];
-    }
+    const ElementPosition& at(int index) { return markup_.at(index); }
 
-    [[nodiscard]] std::string cut(int from, int to) const {
+    std::string cut(int from, int to) {
         return markup_.text.substr(static_cast<std::size_t>(from),
                                    static_cast<std::size_t>(to - from));
     }
@@ -119,13 +106,15 @@ private:
         static const std::array<std::pair<std::string, char>, 5> entities{
             {{"&lt;", '<'}, {"&amp;", '&'}, {"&gt;", '>'}, {"&apos;", '\''}, {"&quot;", '"'}}};
         std::string result;
-        for (std::size_t i = 0; i < text.size();) {
-            const auto* const entity =
-                std::find_if(entities.begin(), entities.end(), [&](const auto& each) {
-                    return text.compare(i, each.first.size(), each.first) == 0;
-                });
-            result += entity == entities.end() ? text[i] : entity->second;
-            i += entity == entities.end() ? 1 : entity->first.size();
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            result += text[i];
+            for (const auto& [entity, character] : entities) {
+                if (text.compare(i, entity.size(), entity) == 0) {
+                    result.back() = character;
+                    i += entity.size() - 1;
+                    break;
+                }
+            }
         }
         return result;
     }

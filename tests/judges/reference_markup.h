@@ -6,27 +6,34 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veldtrim::reference {
 
 struct Token {
-    int left = 0;
-    int right = -1;
-    int next = 0;
+    std::string text{}; ///< without quotes
     bool quoted = false;
+    int left = 0; ///< offset of `text`
+    int next = 0; ///< where the search for the next token begins
+
+    /// Whether the token is one of these characters and not quoted, or begins with one.
+    [[nodiscard]] bool isAny(const std::string& characters) const {
+        return !quoted && !text.empty() && characters.find(text[0]) != std::string::npos;
+    }
 };
 
 class Markup {
 public:
     explicit Markup(std::string document) : text(std::move(document)), elements(1) {
-        ok = !text.empty() && (root = parse(0)) > 0;
+        const int root = text.empty() ? 0 : parse(0);
+        ok = root > 0;
         if (!ok) {
             elements.assign(1, ElementPosition());
-        } else {
-            elements[0].firstChild = root;
         }
+        elements[0].firstChild = std::max(root, 0);
     }
 
     bool ok = false;
@@ -34,94 +41,35 @@ public:
     std::string text;
     std::vector<ElementPosition> elements;
 
+    ElementPosition& at(int element) { return elements[static_cast<std::size_t>(element)]; }
+
     /// Value of the attribute as written; empty if the element does not have it.
     std::string attribute(int element, const std::string& name) {
-        Token token;
-        token.next = elements[static_cast<std::size_t>(element)].startLeft + 1;
-        int matched = 0;
-        for (int number = 0; next(token); ++number) {
-            if (token.quoted) {
-                if (matched != 0 && number == matched + 2) {
-                    return cut(token.left, token.right);
+        Token token{.next = at(element).startLeft + 1};
+        for (int number = 0, matched = 0; next(token) && !token.isAny(">/"); ++number) {
+            if (matched != 0 && number == matched + 2) {
+                return token.quoted ? token.text : "";
+            }
+            if (matched == 0 && number > 0 && !token.quoted && !token.isAny("=")) {
+                if (name.empty()) {
+                    return token.text;
                 }
-                continue;
-            }
-            const char first = get(token.left);
-            if (first == '>' || first == '/') {
-                return "";
-            }
-            if (first == '=' || matched != 0 || number == 0) {
-                continue;
-            }
-            if (name.empty()) {
-                return cut(token.left, token.right);
-            }
-            if (matches(token, name)) {
-                matched = number;
+                matched = matches(token, name) ? number : 0;
             }
         }
         return "";
     }
 
-    /// Name of the element as written.
-    std::string name(int element) const {
-        const Token token = nameToken(element);
-        return cut(token.left, token.right);
-    }
-
-    /// Whether a search for `name` finds the element.
-    bool isNamed(int element, const std::string& name) const {
-        return matches(nameToken(element), name);
-    }
-
-private:
-    int root = 0;
-
-    Token nameToken(int element) const {
-        Token token;
-        token.next = elements[static_cast<std::size_t>(element)].startLeft + 1;
+    /// The first token of the element's start tag: its name as written.
+    Token nameOf(int element) {
+        Token token{.next = at(element).startLeft + 1};
         next(token);
         return token;
     }
 
-    char get(int offset) const { return text.c_str()[offset]; }
-
-    int find(const std::string& wanted, int from) const {
-        const std::size_t found = text.find(wanted, static_cast<std::size_t>(from));
-        return found == std::string::npos ? -1 : static_cast<int>(found);
-    }
-
-    std::string cut(int from, int to) const {
-        return to < from ? ""
-                         : text.substr(static_cast<std::size_t>(from),
-                                       static_cast<std::size_t>(to - from + 1));
-    }
-
-    bool next(Token& token) const {
-        const int size = static_cast<int>(text.size());
-        const auto place = [&](std::size_t found) {
-            return found == std::string::npos ? size : static_cast<int>(found);
-        };
-        const auto left = text.find_first_not_of(" \t\n\r", static_cast<std::size_t>(token.next));
-        token.left = token.right = token.next = place(left);
-        token.quoted = get(token.left) == '"' || get(token.left) == '\'';
-        if (left == std::string::npos) {
-            return false;
-        }
-        if (token.quoted) {
-            token.next = std::min(place(text.find(text[left], left + 1)) + 1, size);
-            token.right = place(text.find(text[left], left + 1)) - 1;
-            ++token.left;
-        } else {
-            token.next = place(text.find_first_of(" \t\n\r<>=\\/?!", left));
-            token.next += token.next == token.left ? 1 : 0;
-            token.right = token.next - 1;
-        }
-        return true;
-    }
-
-    bool matches(const Token& token, const std::string& name) const {
-        const std::string written = cut(token.left, token.right);
+    /// Whether a search for `name` finds what the token names.
+    static bool matches(const Token& token, const std::string& name) {
+        const std::string& written = token.text;
         const auto sameLetter = [](unsigned char a, unsigned char b) {
             return std::tolower(a) == std::tolower(b);
         };
@@ -131,86 +79,89 @@ private:
                 std::string(" =/[").find(name[written.size()]) != std::string::npos);
     }
 
+    /// Moves to the next token; false at the end of the text.
+    bool next(Token& token) const {
+        const auto left = text.find_first_not_of(" \t\n\r", static_cast<std::size_t>(token.next));
+        if (left == std::string::npos) {
+            return false;
+        }
+        const std::size_t quote = text[left] == '"' || text[left] == '\'' ? 1 : 0;
+        const std::size_t end =
+            quote == 1 ? text.find(text[left], left + 1)
+                       : std::max(text.find_first_of(" \t\n\r<>=\\/?!", left), left + 1);
+        const std::size_t begin = left + quote;
+        token = {text.substr(begin, end - begin), quote == 1, static_cast<int>(begin),
+                 static_cast<int>(std::min(end, text.size() - quote) + quote)};
+        return true;
+    }
+
+    /// Offset of the first `wanted` from `from` on, or -1.
+    [[nodiscard]] int find(const std::string& wanted, int from) const {
+        return static_cast<int>(text.find(wanted, static_cast<std::size_t>(from)));
+    }
+
+private:
     int fail(const std::string& message) {
         error = message;
         return -1;
     }
 
+    /// Index of the next element in `parent`, 0 if an end tag comes first, or -1 after an error.
     int parse(int parent) {
         const int self = static_cast<int>(elements.size());
-        elements.emplace_back();
-        const auto slot = [&](int index) -> ElementPosition& {
-            return elements[static_cast<std::size_t>(index)];
-        };
-        slot(self).parent = parent;
-        std::string name;
+        elements.emplace_back().parent = parent;
         Token token;
-        for (int scan = slot(parent).endLeft; name.empty();) {
+        for (int scan = at(parent).endLeft; token.text.empty();) {
             const int open = find("<", scan);
             if (open < 0) {
                 return fail("Element tag not found");
             }
-            slot(self).startLeft = slot(parent).endLeft = open;
+            at(self).startLeft = at(parent).endLeft = open;
             token.next = open + 1;
-            if (!next(token)) {
-                return fail("Abrupt end within tag");
+            if (!next(token) || token.quoted) {
+                return fail(token.quoted ? "Tag starts with quote" : "Abrupt end within tag");
             }
-            if (token.quoted) {
-                return fail("Tag starts with quote");
+            if (token.isAny("/")) {
+                elements.pop_back();
+                return 0;
             }
-            if (get(token.left) == '!' || get(token.left) == '?') {
+            if (token.isAny("!?")) {
+                token = {};
                 scan = afterNode(open);
                 if (scan < 0) {
                     return fail("Invalid node");
                 }
-            } else if (get(token.left) == '/') {
-                elements.pop_back();
-                return 0;
-            } else {
-                name = cut(token.left, token.right);
             }
         }
         const int close = find(">", token.next);
         if (close < 0) {
             return fail("End of tag not found");
         }
-        slot(self).startRight = close;
-        if (get(close - 1) == '/') {
-            slot(self).endLeft = close - 1;
-            slot(self).endRight = close;
+        at(self).startRight = at(self).endRight = close;
+        if (text[static_cast<std::size_t>(close) - 1] == '/') {
+            at(self).endLeft = close - 1;
             return self;
         }
-        slot(self).endLeft = close + 1;
+        at(self).endLeft = close + 1;
         for (int last = 0, child = 0; (child = parse(self)) != 0; last = child) {
             if (child < 0) {
                 return -1;
             }
-            (last == 0 ? slot(self).firstChild : slot(last).nextSibling) = child;
-            slot(self).endLeft = slot(child).endRight + 1;
+            (last == 0 ? at(self).firstChild : at(last).nextSibling) = child;
+            at(self).endLeft = at(child).endRight + 1;
         }
-        const int end = find("<", slot(self).endLeft);
-        if (end < 0) {
-            return fail("End tag of " + name + " element not found");
-        }
-        slot(self).endLeft = end;
-        token.next = end + 1;
-        int number = 0;
-        while (next(token)) {
-            ++number;
-            if (token.quoted) {
-                continue;
-            }
-            if (number == 1 && get(token.left) != '/') {
-                return fail("Expecting end tag of element " + name);
-            }
-            if (number == 2 && !matches(token, name)) {
+        return parseEndTag(self, token.text);
+    }
+
+    int parseEndTag(int self, const std::string& name) {
+        Token token{.next = at(self).endLeft + 1};
+        next(token); // the "/"
+        for (bool isName = true; next(token); isName = false) {
+            if (isName && !token.quoted && !matches(token, name)) {
                 return fail("End tag does not correspond to " + name);
             }
-            if (get(token.left) == '>') {
-                if (number < 2) {
-                    break;
-                }
-                slot(self).endRight = token.left;
+            if (token.isAny(">")) {
+                at(self).endRight = token.left;
                 return self;
             }
         }
@@ -218,23 +169,20 @@ private:
     }
 
     /// Offset after the node that begins at `open`, or -1 if there is none.
-    int afterNode(int open) const {
-        const char kind = get(open + 1);
-        const char second = kind == '\0' ? '\0' : get(open + 2);
-        if (second == '\0' || (kind != '?' && kind != '!')) {
+    [[nodiscard]] int afterNode(int open) const {
+        const std::string start = text.substr(static_cast<std::size_t>(open) + 1, 2);
+        if (start.size() < 2 || (start[0] != '?' && start[0] != '!')) {
             return -1;
         }
-        if (kind == '?' || second == '[' || second == '-') {
-            const std::string end = kind == '?' ? "?>" : second == '[' ? "]]>" : "-->";
+        if (start[0] == '?' || start[1] == '[' || start[1] == '-') {
+            const std::string end = start[0] == '?' ? "?>" : start[1] == '[' ? "]]>" : "-->";
             const int found = find(end, open);
             return found < 0 ? -1 : found + static_cast<int>(end.size());
         }
-        Token token;
-        token.next = open;
+        Token token{.next = open};
         for (int depth = 0; next(token);) {
-            const char first = token.quoted ? '\0' : get(token.left);
-            depth += first == '[' ? 1 : first == ']' ? -1 : 0;
-            if (first == '>' && depth == 0) {
+            depth += token.isAny("[") ? 1 : token.isAny("]") ? -1 : 0;
+            if (token.isAny(">") && depth == 0) {
                 return token.next;
             }
         }

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <string>
 #include <thread>
@@ -33,16 +34,16 @@ std::string receivedThroughPipe(const std::string& text, int flags) {
     close(ends[1]);
     std::string received;
     std::thread reader([&] {
-        std::array<char, 4096> part{};
-        for (ssize_t got = 0; (got = read(ends[0], part.data(), part.size())) > 0;) {
-            received.append(part.data(), static_cast<std::size_t>(got));
+        std::FILE* const stream = fdopen(ends[0], "r");
+        for (int byte = 0; (byte = std::getc(stream)) != EOF;) {
+            received += static_cast<char>(byte);
         }
+        std::fclose(stream);
     });
     veldtrim::writeToStandardError(text);
     dup2(saved, STDERR_FILENO);
     close(saved);
     reader.join();
-    close(ends[0]);
     return received;
 }
 

@@ -1,4 +1,5 @@
 // What a process writes to standard error, from its first static object to its last.
+#include "message_lines.h"
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +14,7 @@
 #include <unistd.h>
 #endif
 
+using namespace veldtrim::pulsenote;
 using veldtrim::test::readBytes;
 using veldtrim::test::TemporaryDirectory;
 
@@ -34,44 +36,38 @@ int speak(const std::string& arguments) {
 }
 
 TEST(ProcessLife, deliversEveryMessageInOrder) {
-    const std::string hostProgress = R"({"kind":"progress","position":)";
+    using enum MessageKind;
     const struct {
         const char* arguments;
         int exitCode;
         bool host;
         std::string received;
     } cases[] = {
-        {"person state=a failed=b error=c finish=d stretch=0,100,10 reach=0,10", 0, false,
+        {"person state a failed b error c finish d stretch 0 100 10 reach 0 10", 0, false,
          "a\nfailed: b\nerror: c\nd\n"},
-        {"host state=a failed=b error=c finish=d", 0, true,
-         "{\"kind\":\"state\",\"code\":1,\"text\":\"a\",\"flag\":true}\n"
-         "{\"kind\":\"failed\",\"code\":-1,\"text\":\"b\"}\n"
-         "{\"kind\":\"error\",\"code\":2,\"text\":\"c\"}\n"
-         "{\"kind\":\"finish\",\"code\":1,\"text\":\"d\"}\n"},
+        {"host state a failed b error c finish d", 0, true,
+         hostLine(State, 1, "a", true) + hostLine(Failed, -1, "b", false) +
+             hostLine(Error, 2, "c", false) + hostLine(Finish, 1, "d", false)},
         // Waiting messages are delivered in the first form that is set, or when the process ends.
-        {"error=a stretch=0,100,2 reach=1,1 state=b person state=c host state=d", 0, false,
+        {"error a stretch 0 100 2 reach 1 1 state b person state c host state d", 0, false,
          "error: a\nb\nc\nd\n"},
-        {"finish=a stretch=0,100,2 reach=1,1 error=b host", 0, true,
-         "{\"kind\":\"finish\",\"code\":1,\"text\":\"a\"}\n" + hostProgress +
-             "50,\"flag\":false}\n{\"kind\":\"error\",\"code\":2,\"text\":\"b\"}\n"},
-        {"state=a error=b", 0, false, "a\nerror: b\n"},
-        {"state=a exit=3", 3, false, "a\n"},
+        {"finish a stretch 0 100 2 reach 1 1 error b host", 0, true,
+         hostLine(Finish, 1, "a", false) + hostProgressLine(50, false) +
+             hostLine(Error, 2, "b", false)},
+        {"state a error b exit 3", 3, false, "a\nerror: b\n"},
         // The position delivered last counts across stretches.
-        {"host stretch=0,50,1000 reach=998,999 stretch=49.95,100,1 reach=0,1", 0, true,
-         hostProgress + "49.9,\"flag\":false}\n" + hostProgress + "100,\"flag\":false}\n"},
+        {"host stretch 0 50 1000 reach 998 999 stretch 49.95 100 1 reach 0 1", 0, true,
+         hostProgressLine(49.9, false) + hostProgressLine(100, false)},
     };
     const TemporaryDirectory directory;
     const std::string file = directory.path("stderr");
     for (const auto& [arguments, exitCode, host, received] : cases) {
         EXPECT_EQ(speak(std::string(arguments) + " 2> \"" + file + "\""), exitCode) << arguments;
-        const auto frame = [inHostForm = host](const std::string& text) {
-            return inHostForm
-                       ? R"({"kind":"state","code":0,"text":")" + text + "\",\"flag\":false}\n"
-                       : text + "\n";
-        };
+        const auto form = host ? [](const char* text) { return hostLine(State, 0, text, false); }
+                               : [](const char* text) { return personLine(State, text); };
         std::string text = readBytes(file);
         std::erase(text, '\r');
-        EXPECT_EQ(text, frame("first") + received + frame("last")) << arguments;
+        EXPECT_EQ(text, form("first") + received + form("last")) << arguments;
     }
 }
 
@@ -87,10 +83,9 @@ TEST(ProcessLife, continuesWhenNobodyListens) {
 
     const TemporaryDirectory directory;
     const std::string data = directory.path("data");
-    const std::string messages =
-        "state=a open=" + data + " host state=b stretch=0,100,9 reach=0,9 exit=5 ";
     for (const char* receiver : {"2>&-", "2>/dev/full", "2>&9"}) {
-        EXPECT_EQ(speak(messages + receiver), 5) << receiver;
+        EXPECT_EQ(speak("state a open " + data + " host state b exit 5 " + receiver), 5)
+            << receiver;
         EXPECT_EQ(readBytes(data), "") << "gets the descriptor of a closed standard error";
     }
     std::signal(SIGPIPE, before);

@@ -1,5 +1,5 @@
-/// Sends a message before `main`, the messages that its arguments name (see `perform`), and one
-/// from the destructor of the last object.
+/// Sends a message before `main`, the messages that its arguments name, and one from the destructor
+/// of the last object.
 #include "pulsenote.h"
 
 #include <cstdlib>
@@ -20,36 +20,33 @@ const StateMessage firstWords(0, "first", false);
 std::unique_ptr<ProgressMessage> stretch;
 std::ofstream file;
 
-void perform(const std::string& name, const std::string& value) {
-    std::istringstream numbers(value);
-    char comma = 0;
+/// Takes the arguments of `name` from `script`.
+void perform(const std::string& name, std::istream& script) {
+    std::string text;
+    double start = 0;
+    double end = 0;
+    int step = 0;
+    int last = 0;
     if (name == "person" || name == "host") {
         MessageSender::Instance(name == "host");
-    } else if (name == "state") {
-        const StateMessage message(1, value, true);
-    } else if (name == "finish") {
-        const FinishMessage message(1, value);
-    } else if (name == "failed") {
-        const FailedMessage message(-1, value);
-    } else if (name == "error") {
-        const ErrorMessage message(2, value);
-    } else if (name == "exit") {
-        std::exit(std::stoi(value));
-    } else if (name == "open") {
-        file.open(value);
-    } else if (name == "stretch") { // start,end,steps
-        double start = 0;
-        double end = 0;
-        int steps = 0;
-        numbers >> start >> comma >> end >> comma >> steps;
-        stretch = std::make_unique<ProgressMessage>(start, end, steps);
-    } else if (name == "reach") { // first,last
-        int first = 0;
-        int last = 0;
-        numbers >> first >> comma >> last;
-        for (int step = first; step <= last; ++step) {
+    } else if (name == "stretch" && script >> start >> end >> last) {
+        stretch = std::make_unique<ProgressMessage>(start, end, last);
+    } else if (name == "reach" && script >> step >> last) {
+        for (; step <= last; ++step) {
             stretch->OnProgress(step, false);
         }
+    } else if (name == "exit" && script >> last) {
+        std::exit(last);
+    } else if (script >> text; name == "state") {
+        const StateMessage message(1, text, true);
+    } else if (name == "finish") {
+        const FinishMessage message(1, text);
+    } else if (name == "failed") {
+        const FailedMessage message(-1, text);
+    } else if (name == "error") {
+        const ErrorMessage message(2, text);
+    } else if (name == "open") {
+        file.open(text);
     } else {
         std::exit(99);
     }
@@ -58,11 +55,12 @@ void perform(const std::string& name, const std::string& value) {
 } // namespace
 
 int main(int argc, char** argv) {
+    std::stringstream script;
     for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        const std::size_t equals = argument.find('=');
-        perform(argument.substr(0, equals),
-                equals == std::string::npos ? "" : argument.substr(equals + 1));
+        script << argv[i] << ' ';
+    }
+    for (std::string name; script >> name;) {
+        perform(name, script);
     }
     return 0;
 }

@@ -1,12 +1,14 @@
 #include "terminal_progress.h"
+#include "thinning.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <vector>
 
-using veldtrim::pulsenote::TerminalProgress;
+using namespace veldtrim::pulsenote;
 
 namespace {
 
@@ -23,10 +25,8 @@ TEST(TerminalProgress, fitsTheWidth) {
     } cases[] = {
         {200, 50, 2000,
          "\r[####################....................]  50.0 %  1.25M records/s  0:02 left"},
-        {80, 25, 2000,
-         "\r[##########..............................]  25.0 %  625k records/s  0:06 left"},
-        {40, 25, 2000, "\r[###............]  25.0 %  625k/s  0:06"},
-        {30, 25, 2000, "\r 25.0 %  0:06"},
+        {33, 25, 2000, "\r[##......]  25.0 %  625k/s  0:06"},
+        {30, 30, 2000, "\r 30.0 %  0:05"},
         {12, 25, 2000, "\r 25.0 %"},
         {7, 25, 2000, ""},
         {0, 25, 2000, ""},
@@ -66,21 +66,18 @@ TEST(TerminalProgress, erasesTheWholeLine) {
 }
 
 TEST(TerminalProgress, countsOnlyTheRecordsOfJoiningStretches) {
-    const auto lineAfter = [](auto... stretches) {
+    const auto lineAfter = [](const std::vector<StretchScale>& stretches) {
         TerminalProgress progress;
-        (progress.beginStretch(stretches.start, stretches.end, stretches.steps, at(0)), ...);
+        for (const auto& [start, end, steps] : stretches) {
+            progress.beginStretch(start, end, steps, at(0));
+        }
         return progress.draw(50, at(1000), 40);
     };
-    struct Stretch {
-        double start;
-        double end;
-        int steps;
-    };
-    const Stretch closing{1, 100, 100};
-    EXPECT_EQ(lineAfter(Stretch{0, 0, 0}, closing), "\r[#########.........]  50.0 %  0:01 left");
-    EXPECT_EQ(lineAfter(Stretch{0, 0, 0}, Stretch{0, 100, 30}, closing),
+    const StretchScale closing{1, 100, 100};
+    EXPECT_EQ(lineAfter({{0, 0, 0}, closing}), "\r[#########.........]  50.0 %  0:01 left");
+    EXPECT_EQ(lineAfter({{0, 0, 0}, {0, 100, 30}, closing}),
               "\r[########.........]  50.0 %  15/s  0:01");
-    EXPECT_EQ(lineAfter(Stretch{0, -10, -1}, Stretch{-10, 100, 11}, closing),
+    EXPECT_EQ(lineAfter({{0, -10, -1}, {-10, 100, 11}, closing}),
               "\r[#########.........]  50.0 %  5/s  0:01");
 }
 

@@ -8,7 +8,6 @@
 
 #include <random>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace veldtrim {
@@ -62,51 +61,34 @@ TEST_F(ClipFile, KeepsRecordsOneByOneWhateverIsReadAhead) {
     }
     EXPECT_EQ(clip(input, records), kept);
     EXPECT_TRUE(output() == expected);
-    const std::size_t besides = 3; // the state, and both ends of the stretch
-    EXPECT_EQ(pulsenote_recorder::events().size(), records + besides);
+    EXPECT_EQ(pulsenote_recorder::events().size(), records + 3U)
+        << "with the state, and both ends of the stretch";
 }
 
 TEST_F(ClipFile, WritesARecordAfterItsProgressAndBeforeTheNext) {
     std::string input = "x;y;z\n";
-    std::vector<std::size_t> sizes; // of the output when a record is about to be read
-    std::size_t size = input.size();
-    for (int i = 0; i < 600; ++i) {
-        const std::string line = (i % 3 == 0 ? "50" : "5") + std::string(";5;1\n");
-        input += line;
-        sizes.push_back(size);
-        size += i % 3 == 0 ? 0 : line.size();
+    for (int i = 0; i < 200; ++i) {
+        input += "50;5;1\n5;5;1\n5;5;1\n";
     }
     const std::string path = directory_.write("in.txt", input);
-    pulsenote_recorder::clear();
     pulsenote_recorder::tellSteps([&](int step) {
-        EXPECT_EQ(output().size(), sizes.at(static_cast<std::size_t>(step))) << step;
+        const int keptBefore = step - (step + 2) / 3;
+        EXPECT_EQ(output().size(), static_cast<std::size_t>(6 + 6 * keptBefore)) << step;
     });
     EXPECT_EQ(clipFile(model_, path, output_, 600, 0, 1), 400);
     pulsenote_recorder::clear();
 }
 
-TEST_F(ClipFile, LeavesAnEmptyFileAndNoWordForAWrongHeader) {
+TEST_F(ClipFile, SaysWhyItLeavesAnEmptyFile) {
     EXPECT_EQ(clip("x;z;y\n1;1;1\n", 1), 0);
     EXPECT_EQ(output(), "");
-    EXPECT_TRUE(pulsenote_recorder::events().empty());
+    ASSERT_EQ(pulsenote_recorder::events().size(), 1U);
 }
 
 TEST_F(ClipFile, CountsRecordsThatHaveNowhereToGo) {
     output_ = directory_.path("no/such/directory/out.txt");
     EXPECT_EQ(clip("x;y;z\n1;1;1\n", 1), 1);
 }
-
-#ifdef __linux__
-TEST_F(ClipFile, NamesTheOutputThatCannotBeWritten) {
-    output_ = "/dev/full";
-    try {
-        clip("x;y;z\n1;1;1\n", 1);
-        FAIL() << "a full disk went unnoticed";
-    } catch (const std::system_error& error) {
-        EXPECT_STREQ(error.what(), "cannot write /dev/full: No space left on device");
-    }
-}
-#endif
 
 } // namespace
 } // namespace veldtrim

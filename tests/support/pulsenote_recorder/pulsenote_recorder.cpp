@@ -3,58 +3,29 @@
 #include "pulsenote.h"
 
 #include <limits>
-#include <ostream>
+#include <sstream>
 #include <utility>
 
 namespace veldtrim::pulsenote_recorder {
 
 namespace {
 
-std::vector<Event> recordedEvents;
+std::vector<std::string> recordedEvents;
 bool recordsSteps = true;
 std::function<void(int)> stepObserver;
 
+template <typename... Arguments>
+void record(const char* kind, const Arguments&... arguments) {
+    std::ostringstream event;
+    event.precision(std::numeric_limits<double>::max_digits10);
+    event << std::boolalpha << kind;
+    ((event << ' ' << arguments), ...);
+    recordedEvents.push_back(event.str());
+}
+
 } // namespace
 
-Event instance(bool pipeMode) {
-    return {.kind = "instance", .flag = pipeMode};
-}
-
-Event state(const std::string& text) {
-    return {.kind = "state", .code = 1, .text = text, .flag = true};
-}
-
-Event finish(const std::string& text) {
-    return {.kind = "finish", .code = 1, .text = text};
-}
-
-Event failed(const std::string& text) {
-    return {.kind = "failed", .code = 1, .text = text};
-}
-
-Event error(int code, const std::string& text) {
-    return {.kind = "error", .code = code, .text = text};
-}
-
-Event progressBegin(double start, double end, int steps) {
-    return {.kind = "progressBegin", .start = start, .end = end, .steps = steps};
-}
-
-Event progressStep(int step) {
-    return {.kind = "progressStep", .steps = step};
-}
-
-Event progressEnd() {
-    return {.kind = "progressEnd"};
-}
-
-std::ostream& operator<<(std::ostream& out, const Event& event) {
-    out.precision(std::numeric_limits<double>::max_digits10);
-    return out << event.kind << '(' << event.code << ", \"" << event.text << "\", " << event.flag
-               << ", " << event.start << ", " << event.end << ", " << event.steps << ')';
-}
-
-const std::vector<Event>& events() {
+const std::vector<std::string>& events() {
     return recordedEvents;
 }
 
@@ -78,34 +49,34 @@ using namespace veldtrim::pulsenote_recorder; // NOLINT(google-build-using-names
 
 MessageSender& MessageSender::Instance(bool pipeMode) {
     static MessageSender sender;
-    recordedEvents.push_back(instance(pipeMode));
+    record("instance", pipeMode);
     return sender;
 }
 
 StateMessage::StateMessage(int code, const std::string& text, bool flag) {
-    recordedEvents.push_back({.kind = "state", .code = code, .text = text, .flag = flag});
+    record("state", code, flag, text);
 }
 
 FinishMessage::FinishMessage(int code, const std::string& text) {
-    recordedEvents.push_back({.kind = "finish", .code = code, .text = text});
+    record("finish", code, text);
 }
 
 FailedMessage::FailedMessage(int code, const std::string& text) {
-    recordedEvents.push_back({.kind = "failed", .code = code, .text = text});
+    record("failed", code, text);
 }
 
 ErrorMessage::ErrorMessage(int code, const std::string& text) {
-    recordedEvents.push_back(error(code, text));
+    record("error", code, text);
 }
 
 struct ProgressMessage::Stretch {};
 
 ProgressMessage::ProgressMessage(double start, double end, int steps) {
-    recordedEvents.push_back(progressBegin(start, end, steps));
+    record("begin", start + 0.0, end + 0.0, steps); // minus zero is zero
 }
 
 ProgressMessage::~ProgressMessage() {
-    recordedEvents.push_back(progressEnd());
+    record("end");
 }
 
 void ProgressMessage::OnProgress(int step, bool flag) {
@@ -113,6 +84,6 @@ void ProgressMessage::OnProgress(int step, bool flag) {
         stepObserver(step);
     }
     if (recordsSteps) {
-        recordedEvents.push_back({.kind = "progressStep", .flag = flag, .steps = step});
+        record("step", step, flag);
     }
 }

@@ -1,10 +1,14 @@
-/// What the targets that work on files share: a directory, and a console that nobody reads.
+/// What the targets that work on files share: a directory, a console that nobody reads, and lines.
 #pragma once
 
 #include "support/temporary_directory.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <iostream>
 #include <streambuf>
+#include <string_view>
+#include <vector>
 
 namespace veldtrim::fuzz {
 
@@ -29,5 +33,23 @@ private:
     Nowhere nowhere_;
     std::streambuf* previous_;
 };
+
+/// The lines with their ends. The last one may have none.
+inline std::vector<std::string_view> rawLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
+        lines.push_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return lines;
+}
+
+inline std::string_view withoutLineEnd(std::string_view raw) {
+    if (raw.ends_with("\r\n")) {
+        return raw.substr(0, raw.size() - 2);
+    }
+    return raw.ends_with('\n') ? raw.substr(0, raw.size() - 1) : raw;
+}
 
 } // namespace veldtrim::fuzz

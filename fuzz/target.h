@@ -1,14 +1,41 @@
-/// Decisions and texts drawn from a fuzz input, byte after byte.
+/// What all fuzz targets are made of: decisions and texts drawn from the input, and claims.
 #pragma once
+
+#include "judges/stream_numbers.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace veldtrim::fuzz {
+
+/// Ends the process with `claim` on standard error unless it holds, so that a fuzzer keeps the
+/// input and a replay fails.
+inline void require(bool holds, const char* claim) {
+    if (!holds) {
+        std::fprintf(stderr, "does not hold: %s\n", claim);
+        std::abort();
+    }
+}
+
+/// Requires that `read` returns and stores what extraction from `text` does, if there is a text to
+/// extract from. `value` is what is there before.
+template <typename Value, typename Read>
+void requireAsStream(Value value, const std::string& text, Read read, bool isThere = true) {
+    Value expected = value;
+    require(read(value) == (isThere && extractFrom(text, expected)), "the verdict on a value");
+    if constexpr (std::is_floating_point_v<Value>) {
+        require(sameBits(value, expected), "a value");
+    } else {
+        require(value == expected, "a value");
+    }
+}
 
 /// The input as text.
 inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
