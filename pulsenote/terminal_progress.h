@@ -35,7 +35,7 @@ public:
     /// removed none, or if the terminal is now too narrow for it.
     std::string restore(std::size_t width);
 
-    /// What to write to remove the line for good: `restore` does not show it again.
+    /// Returns the text that removes the line for good: `restore` does not show it again.
     std::string end(std::size_t width);
 
 private:

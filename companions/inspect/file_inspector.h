@@ -24,12 +24,13 @@ public:
                   Density* density)
         : model_(model), finder_(finder), polygons_(polygons), density_(density) {}
 
-    /// Whether a run takes the file, and how many records it counts. A failure of the system is
-    /// part of the report and is not thrown.
+    /// Reports whether a run would take the file at `path`, and how many records it would count.
+    /// Does not throw: the report contains any failure.
     static FileReport look(const std::string& path);
 
-    /// Reads the records of a file that `look` reports as taken, and adds to its report. Calls
-    /// `progress` for each record as a run does.
+    /// Reads the records of a file that `look` reports as taken, and adds the findings to `report`,
+    /// the polygons and the density. Calls `progress` for each record, as a run does. Does not
+    /// throw: the report contains any failure.
     void read(const std::string& path, FileReport& report, ProgressMessage& progress);
 
 private:
@@ -42,8 +43,9 @@ private:
     PolygonFinder& finder_;
     std::vector<PolygonReport>& polygons_;
     Density* density_;
-    double firstX_ = 0.0;             ///< of the first record of the file
-    std::int64_t countedRecords_ = 0; ///< its first records whose x goes up by 1 from 0 or 1
+    double firstX_ = 0.0; ///< of the first record of the file
+    std::int64_t countedRecords_ =
+        0; ///< number of first records with x = 0, 1, 2, ... or 1, 2, 3, ...
 };
 
 } // namespace veldtrim

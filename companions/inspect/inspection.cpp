@@ -47,7 +47,7 @@ std::string directoryFailure(const fs::path& path) {
                                   : " does not exist");
 }
 
-/// Whether the paths look as if they were given in the wrong order.
+/// Whether the two paths seem to be in the wrong order.
 bool areExchanged(const std::string& inputDirectory, const std::string& boundaryFile) {
     boost::system::error_code error;
     return fs::is_directory(boundaryFile, error) && !fs::is_directory(inputDirectory, error);
@@ -89,7 +89,7 @@ void describeRelations(Inspection& inspection, PolygonFinder& finder,
     }
 }
 
-/// The subdirectories that hold a file with an accepted ending.
+/// Returns the subdirectories that contain a file with an accepted ending.
 std::vector<std::string> findSubdirectories(const fs::path& directory) {
     std::vector<std::string> found;
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
@@ -109,7 +109,7 @@ std::vector<std::string> findSubdirectories(const fs::path& directory) {
     return found;
 }
 
-/// Reads the records of all files that a run takes, with its progress.
+/// Reads the records of all files that a run would take, and reports progress as a run does.
 void readFiles(const std::vector<std::string>& paths, FileInspector& inspector, Report& report) {
     double total = 0.0;
     for (const FileReport& file : report.files) {

@@ -32,7 +32,7 @@ struct UnparsedLine {
 
 struct FileReport {
     std::string name;
-    std::int32_t recordCount = 0; ///< as the run counts, -1 for a file without a line feed
+    std::int32_t recordCount = 0; ///< as counted by a run; -1 for a file without a line feed
     bool taken = false;
     std::string reason; ///< why it is skipped, or the failure that would end the run
     bool failed = false;
@@ -41,11 +41,11 @@ struct FileReport {
     std::int64_t carriageReturnLineFeeds = 0;
     RecordCounts counts;
     std::vector<UnparsedLine> firstUnparsed;
-    std::int64_t decimalCommas = 0; ///< records whose x or y seems to go on after a comma
-    bool lastLineUnread = false;    ///< text after the last line feed
+    std::int64_t decimalCommas = 0; ///< records whose x or y seems to continue after a comma
+    bool lastLineUnread = false;    ///< there is text after the last line feed
     FirstColumns firstColumns = FirstColumns::Usual;
     bool countsInFirstColumn = false; ///< x is 0, 1, 2, ... or 1, 2, 3, ...
-    std::vector<std::string> advice;  ///< what is wrong, and what to do; none for a sound file
+    std::vector<std::string> advice;  ///< what is wrong and what to do; empty for a sound file
     BoundingBox bounds = BoundingBox::empty(); ///< of the points
 };
 
@@ -63,8 +63,8 @@ struct Report {
     std::string boundaryFile;
     /// Why a run would fail; empty if it would finish.
     std::string failure;
-    /// Directories in the input directory that hold files with accepted endings: a run does not
-    /// enter them.
+    /// Subdirectories of the input directory that contain files with accepted endings. A run does
+    /// not read them.
     std::vector<std::string> subdirectories;
     std::vector<FileReport> files;
     std::vector<PolygonReport> polygons;
@@ -80,15 +80,15 @@ struct Report {
 /// Returns the number of files that a run would take.
 std::size_t takenFiles(const Report& report);
 
-/// Whether the file is left out, fails, has lines that are not read, or comes with advice.
+/// Whether a run would skip the file or fail on it, or there are unreadable lines or advice.
 bool hasProblem(const FileReport& file);
 
-/// Whether reports describe the polygon by itself: if it comes with a remark, if there are few
-/// polygons, or if `all` are wanted.
+/// Whether reports describe the polygon individually: if there are remarks on it, if there are few
+/// polygons, or if `all` is true.
 bool isListed(const PolygonReport& polygon, const Report& report, bool all);
 
-/// The number of files by what a run does with them: "read", "read, with remarks", or the reason
-/// why it does not read them.
+/// Returns the number of files by outcome: "read", "read, with remarks", or the reason why a run
+/// would not read them.
 std::map<std::string, std::size_t> countByOutcome(const Report& report);
 
 } // namespace veldtrim

@@ -10,10 +10,10 @@ namespace veldtrim {
 /// Returns a number with commas between groups of three digits.
 std::string grouped(std::int64_t number);
 
-/// A coordinate in full: the shortest decimal number that reads back as the same value.
+/// Returns a coordinate in full: the shortest decimal number that reads back as the same value.
 std::string coordinate(double value);
 
-/// A computed distance or area in at most nine significant digits.
+/// Returns a computed distance or area with at most nine significant digits.
 std::string measure(double value);
 
 /// Returns the text with each control character replaced by "?".

@@ -15,7 +15,7 @@ namespace veldtrim {
 /// the number does not fit the result, and std::system_error if reading fails.
 std::int32_t countRecords(std::string path);
 
-/// The same, and `openError` says why the file could not be opened: no error if it could.
+/// The same. Sets `openError` to the reason why the file could not be opened, or clears it.
 std::int32_t countRecords(std::string path, std::error_code& openError);
 
 } // namespace veldtrim

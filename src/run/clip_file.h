@@ -17,12 +17,14 @@ namespace veldtrim {
 /// for every record: the file's part of the run begins after `progressOffset` records, and each
 /// record advances the run by `progressScale`.
 ///
-/// Returns the number of kept records. It is 0, and the output file stays empty, when the header is
-/// not accepted or the input file cannot be opened; a StateMessage then says why, unless
-/// `recordCount` is negative. An output file that cannot be created is reported in a StateMessage
-/// and receives nothing; the records count all the same. Throws std::system_error when reading or
-/// writing fails later; the output file then ends with the last line that was written whole. For
-/// lack of memory, std::bad_alloc; a few of the records read last may then be missing.
+/// Returns the number of kept records. It is 0, and the output file stays empty, if the header is
+/// not accepted or the input file cannot be opened; a StateMessage gives the reason, unless
+/// `recordCount` is negative. If the output file cannot be created, a StateMessage says so, and
+/// nothing is written, but the result is the same.
+///
+/// Throws std::system_error if reading or writing fails later; the output file then ends with the
+/// last line that was written as a whole. Throws std::bad_alloc if memory runs out; a few of the
+/// records read last may then be missing.
 std::int32_t clipFile(BoundaryModel& model, std::string inputPath, std::string outputPath,
                       std::int32_t recordCount, double progressOffset, double progressScale);
 

@@ -67,8 +67,8 @@ bool createOutputDirectory(const fs::path& directory) {
     return true;
 }
 
-/// A failure is reported but does not fail the run: the clipped files are the result, the total is
-/// a convenience beside them.
+/// Reports a failure, but does not end the run: the clipped files are the result, and the total is
+/// only a convenience.
 void writeTotal(const fs::path& outputDirectory, std::int64_t keptTotal) {
     const std::string path = (outputDirectory / totalFileName).string();
     std::error_code error;

@@ -25,8 +25,8 @@ constexpr std::array<std::string_view, 3> inputExtensions{".txt", ".xyz", ".node
 /// is not read into memory as a whole.
 constexpr std::size_t headerReadLimit = std::size_t{64} << 10;
 
-/// Why a file is skipped that the system should let the run read, by its first line or the first
-/// `headerReadLimit` bytes of it; empty if it is not.
+/// Returns why a regular file is skipped: it cannot be read, or its first line, of which it reads
+/// at most `headerReadLimit` bytes, is not an accepted header. The result is empty if it is.
 std::string reasonInHeader(const std::string& path) {
     try {
         LineReader lines(path, headerReadLimit);

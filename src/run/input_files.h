@@ -17,7 +17,7 @@ bool hasInputExtension(std::string path);
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line
 /// is an accepted header.
 ///
-/// A file with an accepted ending that is left out is reported as a StateMessage with the reason.
+/// If the file is skipped although its ending is accepted, sends a StateMessage with the reason.
 bool isInputFile(std::string path);
 
 /// Returns why the file at `path`, whose name has an accepted ending, is not an input file. The
@@ -36,10 +36,9 @@ struct InputFile {
     std::int32_t recordCount = 0;
 };
 
-/// The input files of a directory, not of its subdirectories, in the order in which the system
-/// lists them, each with its record count, -1 for a file that cannot be opened any more, which is
-/// reported as skipped. Links are followed. Throws
-/// boost::filesystem::filesystem_error when listing fails, and as countRecords does.
+/// Returns the input files of a directory, without those of its subdirectories, and their record
+/// counts, in the order in which the system lists them. A file that can no longer be opened has the
+/// count -1 and is reported as skipped. Throws what visitFiles and countRecords throw.
 std::vector<InputFile> findInputFiles(const std::string& directory);
 
 } // namespace veldtrim

@@ -23,7 +23,8 @@ public:
     /// Why the file could not be created; no error if it could.
     [[nodiscard]] std::error_code openError() const { return file_.openError(); }
 
-    /// Throws std::system_error when the system reports that lines did not arrive.
+    /// Closes the file. Throws std::system_error if the system reports that written lines were
+    /// lost; the file is closed even then.
     void close() { file_.close(); }
 
 private:

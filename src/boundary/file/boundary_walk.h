@@ -12,8 +12,7 @@ namespace veldtrim {
 
 class CMarkupSTL;
 
-/// Why a boundary file was not read to its end. The views are valid only during the call that
-/// hands the fault over.
+/// Why a boundary file could not be read. The views are valid only during the call of onFault.
 struct BoundaryFault {
     enum class Kind : std::uint8_t {
         NotLoaded,  ///< the file cannot be read, is not XML, or holds no element
@@ -51,7 +50,7 @@ public:
     /// The start of a polygon.
     virtual void onPolygon(std::int32_t /*id*/) {}
 
-    /// A point that was read: the child position of the document.
+    /// A point that was read. It is the child position of the document.
     virtual void onPoint(const CMarkupSTL& /*document*/) {}
 
     /// The end of that polygon, which now belongs to the model.
