@@ -43,9 +43,8 @@ private:
     PolygonFinder& finder_;
     std::vector<PolygonReport>& polygons_;
     Density* density_;
-    double firstX_ = 0.0; ///< of the first record of the file
-    std::int64_t countedRecords_ =
-        0; ///< number of first records with x = 0, 1, 2, ... or 1, 2, 3, ...
+    double firstX_ = 0.0;             ///< of the first record of the file
+    std::int64_t countedRecords_ = 0; ///< first records whose x counts up by 1 from 0 or 1
 };
 
 } // namespace veldtrim
