@@ -32,7 +32,7 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-/// As the run splits the path of its input directory.
+/// Returns why the input directory cannot be used; empty if it can. Splits the path as a run does.
 std::string directoryFailure(const fs::path& path) {
     const fs::path workspace = path.parent_path();
     if (!fs::is_directory(workspace)) {
@@ -48,7 +48,7 @@ std::string directoryFailure(const fs::path& path) {
                                   : " does not exist");
 }
 
-/// Whether the paths look as if they were given in the wrong order.
+/// Whether the two paths seem to be in the wrong order.
 bool areExchanged(const std::string& inputDirectory, const std::string& boundaryFile) {
     boost::system::error_code error;
     return fs::is_directory(boundaryFile, error) && !fs::is_directory(inputDirectory, error);
@@ -116,7 +116,7 @@ std::vector<std::string> findSubdirectories(const fs::path& directory) {
     return found;
 }
 
-/// Reads the records of all files that a run takes, with its progress.
+/// Reads the records of all files that a run would take, and reports progress as a run does.
 void readFiles(const std::vector<std::string>& paths, FileInspector& inspector, Report& report) {
     double total = 0.0;
     for (const FileReport& file : report.files) {

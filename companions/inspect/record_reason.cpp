@@ -17,8 +17,8 @@ bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// Where the first field of `text` ends: at the separator, or, where that is a blank, at the end of
-/// the first word. npos when no other field follows.
+/// Returns where the first field of `text` ends: at the separator or, if that is a blank, at the
+/// end of the first word. Returns npos if no other field follows.
 std::size_t endOfFirstField(std::string_view text, char separator) {
     if (separator != ' ') {
         return text.find(separator);
@@ -27,8 +27,8 @@ std::size_t endOfFirstField(std::string_view text, char separator) {
     return word == std::string_view::npos ? word : text.find_first_of(blanks, word);
 }
 
-/// The complaint about a field at the start of `rest`. Where blanks separate the fields, those
-/// before it are not part of it.
+/// Returns the reason for a field at the start of `rest` that is not a number. If blanks separate
+/// the fields, leading blanks are not part of the field.
 std::string notNumber(const char* name, std::string_view rest, char separator) {
     if (separator == ' ') {
         rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
@@ -54,7 +54,7 @@ std::string reasonNotParsed(std::string_view line, ElevationHeader header) {
     case RecordFault::NoX:
         return notNumber("x", rest, header.separator);
     case RecordFault::NoY:
-        // Without a blank before it, what a blank-separated x is followed by belongs to x.
+        // If the separator is a blank, text that follows x without a blank belongs to x.
         return header.separator == ' ' && blanks.find(rest.front()) == std::string_view::npos
                    ? notNumber("x", line, header.separator)
                    : notNumber("y", rest, header.separator);
@@ -75,7 +75,7 @@ std::string_view findDecimalComma(std::string_view record, ElevationHeader heade
                    ? record
                    : std::string_view();
     }
-    // In the first two fields, between digits.
+    // Looks for a comma between digits in the first two fields.
     std::size_t from = 0;
     for (int field = 0; field < 2 && from < record.size(); ++field) {
         const std::string_view rest = record.substr(from);

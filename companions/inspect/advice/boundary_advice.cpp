@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = boost::filesystem;
 
-/// What the parser expected, by the beginning of its error.
+/// Explains an error of the parser, which it recognises by its beginning.
 std::string expectedBy(std::string_view parseError) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 6> expected{{
         {"Abrupt end within tag", "a tag begins here, and the file ends within it"},
@@ -63,7 +63,7 @@ std::string describeParseError(const CMarkupSTL& document, const std::string& pa
            ": " + expectedBy(error);
 }
 
-/// The names of the children of the root element, each once.
+/// Returns the names of the first few children of the root element, each name once.
 std::string listChildren(CMarkupSTL& document) {
     std::vector<std::string> names;
     constexpr std::size_t mostNames = 8;
@@ -80,7 +80,7 @@ std::string listChildren(CMarkupSTL& document) {
     return list;
 }
 
-/// The name of the root element: the child of nothing.
+/// Returns the name of the root element.
 std::string nameOfRoot(CMarkupSTL& document) {
     document.resetPosition();
     document.findChildElement("\x01"); // no element has this name: only the root is found

@@ -12,7 +12,7 @@ namespace veldtrim {
 
 namespace {
 
-/// Overlap of two intervals, as a share of the smaller one; 0 if they are apart.
+/// Returns the overlap of two intervals as a share of the smaller one; 0 if they are disjoint.
 double overlap(double aLow, double aHigh, double bLow, double bHigh) {
     const double low = std::max(aLow, bLow);
     const double high = std::min(aHigh, bHigh);
@@ -58,7 +58,7 @@ constexpr std::array<Unit, 6> units{{
     {0.01, "the points may be in centimetres, the boundaries in metres", "* 100"},
 }};
 
-/// An explanation, and how well points and boundaries overlap if it is right.
+/// An explanation, and the overlap of points and boundaries if it is right.
 struct Guess {
     double overlap;
     std::string text;
@@ -81,10 +81,11 @@ std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
     return way;
 }
 
-/// Introduces the command that brings the boundaries to the points, whose records arrive unchanged.
+/// Introduces the command that moves the boundaries to the points. Records never change.
 constexpr const char* changeBoundaries = ". If so, change the boundary file: ";
 
-/// Eastings with the number of their zone in front, as in 32,540,050, beside ones without it.
+/// Guesses that eastings of one side begin with the number of their zone, as in 32,540,050, and
+/// those of the other side do not.
 void guessZone(const BoundingBox& points, const BoundingBox& model, const std::string& path,
                std::vector<Guess>& guesses) {
     constexpr double zoneUnit = 1e6;
@@ -123,7 +124,7 @@ std::vector<Guess> guessCauses(const BoundingBox& points, const BoundingBox& mod
                                 std::string(unit.conversion) + ") . \"\\\"\"}ge' {}",
                             path)});
     }
-    // Less than this share of the smaller bounds in common may be chance.
+    // An overlap of less than this share of the smaller bounds may be a coincidence.
     constexpr double noticeable = 0.05;
     std::erase_if(guesses, [](const Guess& guess) { return !(guess.overlap > noticeable); });
     std::stable_sort(guesses.begin(), guesses.end(),

@@ -29,7 +29,7 @@ std::string inLowerCase(std::string text) {
     return text;
 }
 
-/// Whether people use this ending for text files of points.
+/// Whether the ending is common for text files of points.
 bool isUsualForPoints(const std::string& extension) {
     constexpr std::array<std::string_view, 8> usual{".csv", ".asc",  ".dat", ".pts",
                                                     ".tsv", ".xyzi", ".grd", ""};
@@ -37,8 +37,8 @@ bool isUsualForPoints(const std::string& extension) {
            std::find(usual.begin(), usual.end(), extension) != usual.end();
 }
 
-/// How to get text with one point per line out of a file of this kind; empty if there is nothing to
-/// say.
+/// Returns how to convert a file of this kind to text with one point per line, or what is wrong
+/// with its content; empty if there is nothing to say.
 std::string adviceOnContent(ContentKind kind, const std::string& start, const std::string& path) {
     const std::string what = "it holds " + std::string(nameOf(kind)) + ", not text. ";
     switch (kind) {
@@ -79,7 +79,7 @@ std::string adviceOnContent(ContentKind kind, const std::string& start, const st
     }
 }
 
-/// Advice on a file whose name does not end as those of input files do.
+/// Returns advice on a file whose name does not have an accepted ending.
 std::string adviceOnName(const std::string& start, const std::string& path) {
     const fs::path name(path);
     const std::string extension = inLowerCase(name.extension().string());
@@ -136,7 +136,7 @@ void adviseOnCommas(const FileReport& file, const std::string& path,
                   ". Write decimal points: " + commandFor("sed -i '2,$s/,/./g' {}", path));
 }
 
-/// Advice on a file without any readable record.
+/// Adds advice on a file without any readable record.
 void adviseOnRecords(const FileReport& file, const std::string& path,
                      std::vector<std::string>& advice) {
     const std::string text = readStart(path);

@@ -34,7 +34,7 @@ constexpr std::array<Name, 32> usualNames{{
     {"nr", Axis::Number},   {"no", Axis::Number}, {"point", Axis::Number}, {"number", Axis::Number},
 }};
 
-/// What the names of the header say, and why a run does not accept it.
+/// The meanings of the names in a header, and the reason why a run does not accept it.
 struct HeaderNames {
     std::vector<Axis> axes;
     std::string fault;
@@ -56,7 +56,7 @@ bool hasLetter(std::string_view text, int (*isKind)(int)) {
     return std::any_of(text.begin(), text.end(), [&](unsigned char c) { return isKind(c) != 0; });
 }
 
-/// The fault of a header that names x, y and z in this order.
+/// Returns the fault of a header that is not accepted although it may name x, y and z.
 std::string faultOfForm(std::string_view line, const std::vector<std::string>& fields) {
     if (fields.back().empty()) {
         return "it ends with a separator";
@@ -108,7 +108,7 @@ bool beginsWith(const std::vector<Axis>& axes, std::initializer_list<Axis> wante
 std::string letters(char separator, bool hasG) {
     std::string text;
     for (const char letter : std::string_view(hasG ? "xyzg" : "xyz")) {
-        // sed reads "\t" as a tab; a shell would show a tab itself as blanks.
+        // sed reads "\t" as a tab. A tab itself would look like blanks in the report.
         const std::string between = separator == '\t' ? "\\t" : std::string(1, separator);
         text += (text.empty() ? "" : between) + letter;
     }

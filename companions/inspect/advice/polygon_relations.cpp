@@ -39,7 +39,7 @@ private:
         return "polygon " + std::to_string(ids_[polygon]);
     }
 
-    /// Whether no vertex of `inner` is outside `outer`, and one is inside.
+    /// Whether no vertex of `inner` is outside `outer`, and at least one is inside.
     bool encloses(std::uint32_t outer, const BoundaryPolygon& inner) {
         bool isInside = false;
         for (std::size_t i = 0; i < inner.vertexIndices.size() && budget_ > 0; ++i, --budget_) {
@@ -76,7 +76,7 @@ private:
     }
 
     struct Edge {
-        std::array<double, 4> ends; ///< the lesser end first
+        std::array<double, 4> ends; ///< x and y of the left end, then of the right end
         std::size_t polygon;
 
         bool operator<(const Edge& other) const {
@@ -135,7 +135,7 @@ private:
     const std::vector<BoundaryVertex>& vertices_;
     PolygonFinder& finder_;
     const std::vector<std::int32_t>& ids_;
-    std::size_t budget_ = 20'000'000; ///< comparisons that are left
+    std::size_t budget_ = 20'000'000; ///< remaining comparisons
     std::vector<PolygonRemark> remarks_;
 };
 
