@@ -96,8 +96,11 @@ void Outlet::deliver(double position, bool flag) noexcept {
         if (state_ == State::ForHost) {
             writeToStandardError(hostProgressLine(position, flag));
         } else if (showsProgress_) {
-            writeToStandardError(terminalProgress_.draw(position, std::chrono::steady_clock::now(),
-                                                        standardErrorWidth()));
+            const std::size_t width = standardErrorWidth();
+            const auto now = std::chrono::steady_clock::now();
+            // At the end the line has nothing more to say, and the terminal is free for others.
+            writeToStandardError(position >= 100.0 ? terminalProgress_.end(width)
+                                                   : terminalProgress_.draw(position, now, width));
         }
     } catch (const std::exception&) { // As above.
     }

@@ -160,6 +160,12 @@ std::string TerminalProgress::erase(std::size_t width) {
     return erasure;
 }
 
+std::string TerminalProgress::end(std::size_t width) {
+    std::string erasure = erase(width);
+    erased_.clear();
+    return erasure;
+}
+
 std::string TerminalProgress::restore(std::size_t width) {
     if (erased_.size() <= usable(width)) {
         shown_ = std::exchange(erased_, {});

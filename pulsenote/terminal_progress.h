@@ -35,6 +35,9 @@ public:
     /// the terminal is now too narrow for it.
     std::string restore(std::size_t width);
 
+    /// What to write to remove the line for good: `restore` does not show it again.
+    std::string end(std::size_t width);
+
 private:
     [[nodiscard]] std::string compose(double position, Time now, std::size_t width) const;
 

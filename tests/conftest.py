@@ -40,6 +40,13 @@ def program(pytestconfig):
     return Program([*shlex.split(emulator), os.path.abspath(path)], eol == "crlf", inspector)
 
 
+@pytest.fixture(scope="session")
+def inspector(program):
+    if not program.inspector:
+        pytest.skip("veldtrim-inspect was not built")
+    return program.inspector
+
+
 @pytest.fixture
 def workspace(tmp_path):
     """A directory with one scan, one of whose two records is kept."""

@@ -29,7 +29,7 @@ def growth(plan, section, table, files):
         what = f"{name}, {size / 1e6:g} MB"
         others = {"half the size": clip(plan.build, clips[1])}
         rows, _, samples = plan.compare(section, what, [PROCESSOR, PEAK], clip, others)
-        if not plan.against:
+        if not plan.against and not plan.quick:
             # The best of each: other work on the machine only ever adds time.
             whole, half = (min(run.processor for run in runs) for runs in samples)
             if whole > SHORTEST and whole > GROWTH * half:

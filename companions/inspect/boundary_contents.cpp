@@ -1,24 +1,15 @@
 #include "inspect/boundary_contents.h"
 
+#include "inspect/advice/boundary_advice.h"
 #include "inspect/wording.h"
 
-#include <boost/filesystem/operations.hpp>
+#include <algorithm>
+
+#include <veldtrim/cmarkup_stl.h>
 
 namespace veldtrim {
 
 namespace {
-
-std::string describeLoading(const std::string& path, std::string_view parseError) {
-    namespace fs = boost::filesystem;
-    boost::system::error_code error;
-    if (!fs::exists(path, error)) {
-        return "does not exist";
-    }
-    if (!fs::is_regular_file(path, error)) {
-        return "is not a regular file";
-    }
-    return "cannot be read" + (parseError.empty() ? "" : ": " + printable(parseError));
-}
 
 /// What is wrong with the attribute at fault, which should be `kind`.
 std::string describeAttribute(const BoundaryFault& fault, const char* kind) {
@@ -31,9 +22,8 @@ std::string describeAttribute(const BoundaryFault& fault, const char* kind) {
 std::string describeFault(const std::string& path, const BoundaryFault& fault) {
     switch (fault.kind) {
     case BoundaryFault::Kind::NotLoaded:
-        return describeLoading(path, fault.parseError);
     case BoundaryFault::Kind::NoTavelDgm:
-        return "has no element TavelDGM below its root element";
+        return describeUnloaded(path);
     case BoundaryFault::Kind::PolygonId:
         return "cannot be read: its polygon number " + std::to_string(fault.polygon + 1) +
                describeAttribute(fault, "an integer");
@@ -46,10 +36,37 @@ std::string describeFault(const std::string& path, const BoundaryFault& fault) {
            describeAttribute(fault, isInteger ? "an integer" : "a number");
 }
 
+bool isDecimalComma(std::string_view value) {
+    const std::size_t comma = value.find(',');
+    const auto isDigit = [&](std::size_t at) {
+        return at < value.size() && value[at] >= '0' && value[at] <= '9';
+    };
+    return comma != std::string_view::npos && comma > 0 && isDigit(comma - 1) && isDigit(comma + 1);
+}
+
 } // namespace
+
+void BoundaryContents::onGroup(std::string_view type, bool isRead) {
+    constexpr std::size_t mostTypes = 8;
+    hasBoundaries_ = hasBoundaries_ || isRead;
+    if (groupTypes_.size() < mostTypes &&
+        std::find(groupTypes_.begin(), groupTypes_.end(), type) == groupTypes_.end()) {
+        groupTypes_.emplace_back(type);
+    }
+}
+
+void BoundaryContents::onPoint(const CMarkupSTL& document) {
+    for (const char* const name : {"x", "y"}) {
+        if (const std::string_view value = document.getChildAttributeSource(name);
+            decimalComma_.empty() && isDecimalComma(value)) {
+            decimalComma_ = value;
+        }
+    }
+}
 
 void BoundaryContents::onFault(const BoundaryFault& fault) {
     failure_ = "the boundary file " + path_ + ' ' + describeFault(path_, fault);
+    advice_ = adviceOnFault(fault, path_);
 }
 
 } // namespace veldtrim

@@ -9,8 +9,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cerrno>
+#include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <string>
+#include <system_error>
 
 namespace veldtrim {
 
@@ -25,7 +29,21 @@ struct Arguments {
     std::string boundaryFile;
     std::string picture;
     bool asJson = false;
+    bool all = false;
 };
+
+/// Throws std::system_error, which names the file and the reason, if it cannot be written. A file
+/// that exists is left as it is.
+void checkThatFileCanBeWritten(const std::string& path) {
+    const bool isNew = !std::ifstream(path).is_open();
+    errno = 0;
+    if (!std::ofstream(path, std::ios::app).is_open()) {
+        throw std::system_error(errno, std::generic_category(), "cannot write the picture " + path);
+    }
+    if (isNew) {
+        static_cast<void>(std::remove(path.c_str()));
+    }
+}
 
 std::string checkPictureName(const std::string& name) {
     return name.ends_with(".png") || name.ends_with(".svg") ? ""
@@ -42,16 +60,21 @@ void describe(CLI::App& app, Arguments& arguments) {
     app.add_option("--picture", arguments.picture, "draw a picture to this file, .png or .svg")
         ->check(CLI::Validator(checkPictureName, "FILE.png|FILE.svg"));
     app.add_flag("--json", arguments.asJson, "print JSON instead of text");
+    app.add_flag("--all", arguments.all, "describe every file and polygon, also the sound ones");
     app.set_version_flag("--version", VELDTRIM_VERSION);
     app.footer("Exit code: 0 when a run would keep something, 1 when it would fail or keep "
                "nothing, 2 for a wrong command line.");
 }
 
 int inspect(const Arguments& arguments) {
+    if (!arguments.picture.empty()) {
+        checkThatFileCanBeWritten(arguments.picture);
+    }
     const Inspection inspection = inspectWorkspace(arguments.inputDirectory, arguments.boundaryFile,
                                                    !arguments.picture.empty());
     const Report& report = inspection.report;
-    std::cout << (arguments.asJson ? jsonOf(report) : textOf(report)) << std::flush;
+    std::cout << (arguments.asJson ? jsonOf(report, arguments.all) : textOf(report, arguments.all))
+              << std::flush;
     if (inspection.density) {
         drawPicture(inspection, arguments.picture);
     } else if (!arguments.picture.empty()) {

@@ -1,16 +1,14 @@
 #include "inspect/file_inspector.h"
 
 #include "elevation/record_count.h"
+#include "inspect/advice/header_advice.h"
 #include "inspect/record_reason.h"
-#include "platform/file.h"
 #include "run/input_files.h"
 #include "text/line_reader.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <exception>
-#include <system_error>
 
 #include <boost/filesystem/path.hpp>
 
@@ -20,8 +18,9 @@ namespace {
 
 constexpr std::size_t mostUnparsedLines = 5;
 
-/// Records that are searched for decimal commas: people write them everywhere or nowhere.
-constexpr std::int64_t recordsForCommas = 1000;
+/// Records that are searched for decimal commas and for a count in the first column: they are
+/// everywhere in a file or nowhere.
+constexpr std::int64_t recordsToSample = 1000;
 
 void countLineEnd(const Line& line, FileReport& report) {
     const std::size_t size = line.raw.size() - line.text.size();
@@ -29,32 +28,26 @@ void countLineEnd(const Line& line, FileReport& report) {
     report.carriageReturnLineFeeds += size == 2 ? 1 : 0;
 }
 
-/// The reason of the run, and that of the system where the file cannot be opened.
+/// The records that were read so far.
+std::int64_t readable(const FileReport& report) {
+    return report.counts.kept() + report.counts.outside;
+}
+
 std::string reasonToLeaveOut(const std::string& path) {
-    if (!hasInputExtension(path)) {
-        return "its name does not end in " + listInputExtensions();
-    }
-    std::string reason = reasonToSkip(path);
-    if (!reason.empty()) {
-        errno = 0;
-        const PlatformFile file = PlatformFile::openForReading(path);
-        if (!file.isOpen()) {
-            reason = "it cannot be read: " + std::generic_category().message(errno);
-        }
-    }
-    return reason;
+    return hasInputExtension(path) ? reasonToSkip(path)
+                                   : "its name does not end in " + listInputExtensions();
 }
 
 } // namespace
 
-FileReport FileInspector::inspect(const std::string& path) {
+FileReport FileInspector::look(const std::string& path) {
     FileReport report;
     report.name = boost::filesystem::path(path).filename().string();
     try {
         report.reason = reasonToLeaveOut(path);
         if (report.reason.empty()) {
             report.taken = true;
-            readFile(path, report);
+            report.recordCount = countRecords(path);
         }
     } catch (const std::exception& error) {
         report.failed = true;
@@ -63,22 +56,36 @@ FileReport FileInspector::inspect(const std::string& path) {
     return report;
 }
 
-void FileInspector::readFile(const std::string& path, FileReport& report) {
-    const std::int32_t recordCount = countRecords(path);
+void FileInspector::read(const std::string& path, FileReport& report, ProgressMessage& progress) {
+    try {
+        readRecords(path, report, progress);
+    } catch (const std::exception& error) {
+        report.failed = true;
+        report.reason = error.what();
+    }
+}
+
+void FileInspector::readRecords(const std::string& path, FileReport& report,
+                                ProgressMessage& progress) {
     LineReader input(path);
     Line line;
     input.next(line);
     countLineEnd(line, report);
     std::string errorText;
     if (!readHeader(line.text, report.header, errorText)) {
-        return; // the file has changed since reasonToLeaveOut looked at it
+        return; // the file has changed since `look`
     }
-    RecordReader records(input, report.header, model_, recordCount);
-    for (std::int32_t i = 0; i < recordCount; ++i) {
+    report.firstColumns = firstColumnsOf(line.text, report.header);
+    RecordReader records(input, report.header, model_, report.recordCount);
+    for (std::int32_t i = 0; i < report.recordCount; ++i) {
+        progress.OnProgress(i, false);
         inspectRecord(records.next(), std::int64_t{i} + 2, report);
     }
-    report.counts.records = std::max(recordCount, 0);
-    report.lastLineUnread = recordCount >= 0 && input.next(line);
+    report.counts.records = std::max(report.recordCount, 0);
+    report.lastLineUnread = report.recordCount >= 0 && input.next(line);
+    constexpr std::int64_t fewRecords = 3;
+    report.countsInFirstColumn = countedRecords_ >= fewRecords &&
+                                 countedRecords_ >= std::min(recordsToSample, readable(report));
 }
 
 void FileInspector::inspectRecord(const Record& record, std::int64_t number, FileReport& report) {
@@ -92,13 +99,22 @@ void FileInspector::inspectRecord(const Record& record, std::int64_t number, Fil
             report.firstUnparsed.push_back({number, reasonNotParsed(line, report.header)});
         }
     }
-    if (number <= recordsForCommas && hasDecimalComma(line, report.header)) {
+    if (number <= recordsToSample && hasDecimalComma(line, report.header)) {
         ++report.decimalCommas;
     }
 }
 
 void FileInspector::inspectPoint(const Record& record, FileReport& report) {
     const ElevationPoint& point = record.point;
+    const std::int64_t position = readable(report);
+    if (position == 0) {
+        countedRecords_ = 0;
+        firstX_ = point.x;
+    }
+    if (countedRecords_ == position && position < recordsToSample &&
+        (firstX_ == 0.0 || firstX_ == 1.0) && point.x == firstX_ + static_cast<double>(position)) {
+        ++countedRecords_;
+    }
     report.bounds.add(point.x, point.y);
     if (!record.isKept()) {
         ++report.counts.outside;

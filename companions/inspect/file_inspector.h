@@ -7,6 +7,8 @@
 #include "inspect/report.h"
 #include "run/record_reader.h"
 
+#include <pulsenote.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -22,11 +24,16 @@ public:
                   Density* density)
         : model_(model), finder_(finder), polygons_(polygons), density_(density) {}
 
-    /// A failure of the system is part of the report and is not thrown.
-    FileReport inspect(const std::string& path);
+    /// Whether a run takes the file, and how many records it counts. A failure of the system is
+    /// part of the report and is not thrown.
+    static FileReport look(const std::string& path);
+
+    /// Reads the records of a file that `look` reports as taken, and adds to its report. Calls
+    /// `progress` for each record as a run does.
+    void read(const std::string& path, FileReport& report, ProgressMessage& progress);
 
 private:
-    void readFile(const std::string& path, FileReport& report);
+    void readRecords(const std::string& path, FileReport& report, ProgressMessage& progress);
     void inspectRecord(const Record& record, std::int64_t number, FileReport& report);
     void inspectPoint(const Record& record, FileReport& report);
     bool findPolygons(const ElevationPoint& point);
@@ -35,6 +42,8 @@ private:
     PolygonFinder& finder_;
     std::vector<PolygonReport>& polygons_;
     Density* density_;
+    double firstX_ = 0.0;             ///< of the first record of the file
+    std::int64_t countedRecords_ = 0; ///< its first records whose x goes up by 1 from 0 or 1
 };
 
 } // namespace veldtrim

@@ -1,105 +1,13 @@
 #include "inspect/hints.h"
 
+#include "inspect/advice/bounds_advice.h"
 #include "inspect/wording.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 
 namespace veldtrim {
 
 namespace {
-
-/// Overlap of two intervals, as a share of the smaller one; 0 where they are apart.
-double overlap(double aLow, double aHigh, double bLow, double bHigh) {
-    const double low = std::max(aLow, bLow);
-    const double high = std::min(aHigh, bHigh);
-    if (low > high) {
-        return 0.0;
-    }
-    const double smaller = std::min(aHigh - aLow, bHigh - bLow);
-    return smaller > 0.0 ? (high - low) / smaller : 1.0;
-}
-
-double overlap(const BoundingBox& a, const BoundingBox& b) {
-    return std::min(overlap(a.xMin, a.xMax, b.xMin, b.xMax),
-                    overlap(a.yMin, a.yMax, b.yMin, b.yMax));
-}
-
-BoundingBox swapped(const BoundingBox& box) {
-    return {box.yMin, box.xMin, box.yMax, box.xMax};
-}
-
-BoundingBox scaled(const BoundingBox& box, double factor) {
-    return {box.xMin * factor, box.yMin * factor, box.xMax * factor, box.yMax * factor};
-}
-
-bool looksGeographic(const BoundingBox& box) {
-    return std::min(box.xMin, box.yMin) >= -180.0 && std::max(box.xMax, box.yMax) <= 360.0;
-}
-
-struct Unit {
-    double factor; ///< from the points' unit to that of the boundaries
-    const char* words;
-};
-constexpr std::array<Unit, 6> units{{
-    {1000.0, "the points look like kilometres, the boundaries like metres (a factor of 1000)"},
-    {0.001, "the points look like metres, the boundaries like kilometres (a factor of 1000)"},
-    {0.3048, "the points look like feet, the boundaries like metres (a factor of 0.3048)"},
-    {1.0 / 0.3048, "the points look like metres, the boundaries like feet (a factor of 0.3048)"},
-    {100.0, "the points look like metres, the boundaries like centimetres (a factor of 100)"},
-    {0.01, "the points look like centimetres, the boundaries like metres (a factor of 100)"},
-}};
-
-/// Less than this share of the smaller bounds in common counts as apart.
-constexpr double noticeable = 0.05;
-
-/// How far and which way the boundaries lie from the points.
-std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
-    const auto gap = [](double aLow, double aHigh, double bLow, double bHigh) {
-        return bLow > aHigh ? bLow - aHigh : (aLow > bHigh ? bHigh - aLow : 0.0);
-    };
-    const double dx = gap(points.xMin, points.xMax, model.xMin, model.xMax);
-    const double dy = gap(points.yMin, points.yMax, model.yMin, model.yMax);
-    std::string way;
-    if (dx != 0.0) {
-        way = distance(std::fabs(dx)) + " units towards " + (dx > 0.0 ? "larger x" : "smaller x");
-    }
-    if (dy != 0.0) {
-        way += (way.empty() ? "" : " and ") + distance(std::fabs(dy)) + " units towards " +
-               (dy > 0.0 ? "larger y" : "smaller y");
-    }
-    return way;
-}
-
-void addHintsOnBounds(const Report& report, std::vector<std::string>& hints) {
-    const BoundingBox& points = report.pointBounds;
-    const BoundingBox& model = report.modelBounds;
-    if (overlap(points, model) > 0.0) {
-        return;
-    }
-    if (overlap(swapped(points), model) > noticeable) {
-        hints.emplace_back("x and y look swapped: with x and y of the points exchanged, points and "
-                           "boundaries overlap");
-        return;
-    }
-    for (const Unit& unit : units) {
-        if (overlap(scaled(points, unit.factor), model) > noticeable) {
-            hints.push_back(std::string("the units differ: ") + unit.words);
-            return;
-        }
-    }
-    if (looksGeographic(points) != looksGeographic(model)) {
-        hints.push_back(
-            std::string("the coordinate systems differ: the ") +
-            (looksGeographic(points) ? "points" : "boundaries") + " look like degrees, the " +
-            (looksGeographic(points) ? "boundaries" : "points") + " like a projected grid");
-        return;
-    }
-    hints.push_back(
-        "the boundaries lie elsewhere, " + wayFrom(points, model) +
-        " from the points: they may belong to another tile or another coordinate system");
-}
 
 void addHintsOnFiles(const Report& report, std::vector<std::string>& hints) {
     const auto count = [&](auto holds) {
@@ -112,20 +20,12 @@ void addHintsOnFiles(const Report& report, std::vector<std::string>& hints) {
     };
     say(count([](const FileReport& file) { return file.failed; }),
         "cannot be read to the end: the run would stop there");
-    say(count([](const FileReport& file) { return file.decimalCommas > 0; }),
-        "with decimal commas: numbers are read up to the comma; write decimal points");
+    say(count([](const FileReport& file) { return file.taken && !file.advice.empty(); }),
+        "read, but probably not as intended: see the remarks on them");
     say(count([](const FileReport& file) {
-            return file.taken && !file.failed && !file.header.hasSeparator();
+            return !file.taken && !file.failed && !file.advice.empty();
         }),
-        "with a node header of fewer than four characters: the fourth one names the separator, and "
-        "without it no record is read");
-    say(count([](const FileReport& file) { return file.lastLineUnread; }),
-        "whose last line has no line feed: that line is not read");
-    say(count([](const FileReport& file) {
-            return file.taken && file.counts.records > 0 &&
-                   file.counts.unparsed == file.counts.records;
-        }),
-        "in which no record can be read: see the reasons given for the file");
+        "left out, probably not as intended: see the remarks on them");
 }
 
 } // namespace
@@ -136,15 +36,12 @@ bool keepsLittle(const Report& report) {
 }
 
 std::vector<std::string> findHints(const Report& report) {
-    std::vector<std::string> hints;
-    if (!report.failure.empty()) {
-        return hints;
-    }
-    if (report.polygons.empty()) {
-        hints.emplace_back("the boundary file holds no polygon in a group of type \"boundaries\"");
-    } else if (!report.modelBounds.isEmpty() && !report.pointBounds.isEmpty() &&
-               keepsLittle(report)) {
-        addHintsOnBounds(report, hints);
+    std::vector<std::string> hints = adviceOnBounds(report.pointBounds, report.modelBounds);
+    if (!report.subdirectories.empty()) {
+        hints.push_back(
+            "a run does not read subdirectories; " + printable(report.subdirectories.front()) +
+            " holds files with accepted endings. Inspect and clip it by itself, or move "
+            "the files");
     }
     addHintsOnFiles(report, hints);
     return hints;

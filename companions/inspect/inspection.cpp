@@ -1,17 +1,26 @@
 #include "inspect/inspection.h"
 
 #include "boundary/file/boundary_walk.h"
+#include "inspect/advice/boundary_advice.h"
+#include "inspect/advice/file_advice.h"
+#include "inspect/advice/polygon_relations.h"
 #include "inspect/boundary_contents.h"
 #include "inspect/file_inspector.h"
 #include "inspect/hints.h"
 #include "inspect/polygon_finder.h"
 #include "inspect/ring_check.h"
 #include "run/input_files.h"
+#include "status/report_state.h"
+
+#include <pulsenote.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
+#include <utility>
 #include <vector>
 
+#include <boost/filesystem/directory.hpp>
 #include <boost/filesystem/exception.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
@@ -29,10 +38,19 @@ std::string directoryFailure(const fs::path& path) {
         return "the workspace \"" + workspace.string() +
                "\" does not exist; for a directory in the current one, write ./" + path.string();
     }
-    if (!fs::is_directory(workspace / path.filename())) {
-        return "the input directory " + path.string() + " does not exist";
+    const fs::path directory = workspace / path.filename();
+    if (fs::is_directory(directory)) {
+        return {};
     }
-    return {};
+    return "the input directory " + path.string() +
+           (fs::exists(directory) ? " is a file; name the directory that holds the scans"
+                                  : " does not exist");
+}
+
+/// Whether the paths look as if they were given in the wrong order.
+bool areExchanged(const std::string& inputDirectory, const std::string& boundaryFile) {
+    boost::system::error_code error;
+    return fs::is_directory(boundaryFile, error) && !fs::is_directory(inputDirectory, error);
 }
 
 void describePolygons(Inspection& inspection, const std::vector<std::int32_t>& ids) {
@@ -64,25 +82,73 @@ void remarkOnPolygonsApart(Report& report) {
     }
 }
 
-void inspectFiles(const fs::path& directory, bool withDensity, Inspection& inspection) {
-    Report& report = inspection.report;
-    if (withDensity) {
-        inspection.density = std::make_unique<Density>();
+void describeRelations(Inspection& inspection, PolygonFinder& finder,
+                       const std::vector<std::int32_t>& ids) {
+    for (PolygonRemark& remark : remarksOnRelations(inspection.model, finder, ids)) {
+        inspection.report.polygons[remark.polygon].remarks.push_back(std::move(remark.text));
     }
-    PolygonFinder finder(inspection.model);
-    FileInspector inspector(inspection.model, finder, report.polygons, inspection.density.get());
-    std::vector<std::string> paths;
-    visitFiles(directory.string(), [&](const std::string& path) { paths.push_back(path); });
-    std::sort(paths.begin(), paths.end());
-    for (const std::string& path : paths) {
-        FileReport file = inspector.inspect(path);
+}
+
+/// The subdirectories that hold a file with an accepted ending.
+std::vector<std::string> findSubdirectories(const fs::path& directory) {
+    std::vector<std::string> found;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+        boost::system::error_code error;
+        if (!fs::is_directory(entry.path(), error)) {
+            continue;
+        }
+        for (fs::directory_iterator inner(entry.path(), error); inner != fs::directory_iterator();
+             inner.increment(error)) {
+            if (hasInputExtension(inner->path().string())) {
+                found.push_back(entry.path().string());
+                break;
+            }
+        }
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+/// Reads the records of all files that a run takes, with its progress.
+void readFiles(const std::vector<std::string>& paths, FileInspector& inspector, Report& report) {
+    double total = 0.0;
+    for (const FileReport& file : report.files) {
+        total += file.recordCount;
+    }
+    const double scale = total > 0.0 ? 100.0 / total : 0.0;
+    double passed = 0.0;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        FileReport& file = report.files[i];
+        if (file.taken && !file.failed) {
+            ProgressMessage progress(passed * scale, (passed + file.recordCount) * scale,
+                                     file.recordCount);
+            inspector.read(paths[i], file, progress);
+            passed += file.recordCount;
+        }
+        file.advice = adviceOnFile(file, paths[i]);
         report.total.add(file.counts);
         report.pointBounds.add(file.bounds);
         if (file.failed && report.failure.empty()) {
             report.failure = "a run would stop at " + file.name + ": " + file.reason;
         }
-        report.files.push_back(std::move(file));
     }
+    reportEndOfProgress();
+}
+
+void inspectFiles(const fs::path& directory, bool withDensity, PolygonFinder& finder,
+                  Inspection& inspection) {
+    Report& report = inspection.report;
+    if (withDensity) {
+        inspection.density = std::make_unique<Density>();
+    }
+    std::vector<std::string> paths;
+    visitFiles(directory.string(), [&](const std::string& path) { paths.push_back(path); });
+    std::sort(paths.begin(), paths.end());
+    std::transform(paths.begin(), paths.end(), std::back_inserter(report.files),
+                   FileInspector::look);
+    FileInspector inspector(inspection.model, finder, report.polygons, inspection.density.get());
+    readFiles(paths, inspector, report);
+    report.subdirectories = findSubdirectories(directory);
 }
 
 } // namespace
@@ -96,14 +162,21 @@ Inspection inspectWorkspace(const std::string& inputDirectory, const std::string
     BoundaryContents contents(boundaryFile);
     if (!walkBoundaryFile(boundaryFile, inspection.model, contents)) {
         report.failure = contents.failure();
+        report.hints = {areExchanged(inputDirectory, boundaryFile)
+                            ? "the arguments may be in the wrong order: the input directory comes "
+                              "first, then the boundary file"
+                            : contents.advice()};
         return inspection;
     }
     describePolygons(inspection, contents.polygonIds());
+    PolygonFinder finder(inspection.model);
+    describeRelations(inspection, finder, contents.polygonIds());
     try {
         const fs::path directory(inputDirectory);
         report.failure = directoryFailure(directory);
         if (report.failure.empty()) {
-            inspectFiles(directory.parent_path() / directory.filename(), withDensity, inspection);
+            inspectFiles(directory.parent_path() / directory.filename(), withDensity, finder,
+                         inspection);
         }
     } catch (const fs::filesystem_error& error) {
         report.failure = error.what();
@@ -112,7 +185,9 @@ Inspection inspectWorkspace(const std::string& inputDirectory, const std::string
         report.failure = "the input directory holds no input file";
     }
     remarkOnPolygonsApart(report);
-    report.hints = findHints(report);
+    report.hints = adviceOnContents(contents, report.polygons.size(), boundaryFile);
+    const std::vector<std::string> hints = findHints(report);
+    report.hints.insert(report.hints.end(), hints.begin(), hints.end());
     return inspection;
 }
 

@@ -17,4 +17,22 @@ std::size_t takenFiles(const Report& report) {
                                                   [](const auto& file) { return file.taken; }));
 }
 
+bool hasProblem(const FileReport& file) {
+    return !file.taken || file.failed || file.counts.unparsed > 0 || !file.advice.empty();
+}
+
+bool isListed(const PolygonReport& polygon, const Report& report, bool all) {
+    constexpr std::size_t fewPolygons = 20;
+    return all || report.polygons.size() <= fewPolygons || !polygon.remarks.empty();
+}
+
+std::map<std::string, std::size_t> countByOutcome(const Report& report) {
+    std::map<std::string, std::size_t> counts;
+    for (const FileReport& file : report.files) {
+        const bool isRead = file.taken && !file.failed;
+        ++counts[!isRead ? file.reason : hasProblem(file) ? "read, with remarks" : "read"];
+    }
+    return counts;
+}
+
 } // namespace veldtrim

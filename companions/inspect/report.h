@@ -3,8 +3,10 @@
 
 #include "elevation/header.h"
 #include "geometry/bounding_box.h"
+#include "inspect/advice/header_advice.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,7 @@ struct UnparsedLine {
 
 struct FileReport {
     std::string name;
+    std::int32_t recordCount = 0; ///< as the run counts, -1 for a file without a line feed
     bool taken = false;
     std::string reason; ///< why it is left out, or the failure that would end the run
     bool failed = false;
@@ -40,6 +43,9 @@ struct FileReport {
     std::vector<UnparsedLine> firstUnparsed;
     std::int64_t decimalCommas = 0; ///< records whose x or y seems to go on after a comma
     bool lastLineUnread = false;    ///< text after the last line feed
+    FirstColumns firstColumns = FirstColumns::Usual;
+    bool countsInFirstColumn = false; ///< x is 0, 1, 2, ... or 1, 2, 3, ...
+    std::vector<std::string> advice;  ///< what is wrong, and what to do; none for a sound file
     BoundingBox bounds = BoundingBox::empty(); ///< of the points
 };
 
@@ -57,6 +63,9 @@ struct Report {
     std::string boundaryFile;
     /// What would end the run before it reads a record; empty if nothing would.
     std::string failure;
+    /// Directories in the input directory that hold files with accepted endings: a run does not
+    /// enter them.
+    std::vector<std::string> subdirectories;
     std::vector<FileReport> files;
     std::vector<PolygonReport> polygons;
     RecordCounts total;
@@ -70,5 +79,16 @@ struct Report {
 
 /// The files that take part.
 std::size_t takenFiles(const Report& report);
+
+/// Whether the file is left out, fails, has lines that are not read, or comes with advice.
+bool hasProblem(const FileReport& file);
+
+/// Whether reports describe the polygon by itself: if it comes with a remark, if there are few
+/// polygons, or if `all` are wanted.
+bool isListed(const PolygonReport& polygon, const Report& report, bool all);
+
+/// The number of files by what a run does with them: "read", "read, with remarks", or the reason
+/// why it does not read them.
+std::map<std::string, std::size_t> countByOutcome(const Report& report);
 
 } // namespace veldtrim

@@ -29,6 +29,7 @@ Json json(const FileReport& file) {
     if (file.failed) {
         object["failed"] = true;
     }
+    object["advice"] = file.advice;
     if (!file.taken || file.failed) {
         return object;
     }
@@ -59,7 +60,7 @@ Json json(const PolygonReport& polygon) {
 
 } // namespace
 
-std::string jsonOf(const Report& report) {
+std::string jsonOf(const Report& report, bool all) {
     Json object{{"inputDirectory", report.inputDirectory},
                 {"boundaryFile", report.boundaryFile},
                 {"wouldKeep", report.wouldKeep()},
@@ -68,13 +69,22 @@ std::string jsonOf(const Report& report) {
                 {"records", json(report.total)},
                 {"pointBounds", json(report.pointBounds)},
                 {"boundaryBounds", json(report.modelBounds)},
+                {"polygonCount", report.polygons.size()},
                 {"polygons", Json::array()},
+                {"fileCounts", Json::object()},
                 {"files", Json::array()}};
     for (const PolygonReport& polygon : report.polygons) {
-        object["polygons"].push_back(json(polygon));
+        if (isListed(polygon, report, all)) {
+            object["polygons"].push_back(json(polygon));
+        }
+    }
+    for (const auto& [outcome, count] : countByOutcome(report)) {
+        object["fileCounts"][outcome] = count;
     }
     for (const FileReport& file : report.files) {
-        object["files"].push_back(json(file));
+        if (all || hasProblem(file)) {
+            object["files"].push_back(json(file));
+        }
     }
     return object.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
 }

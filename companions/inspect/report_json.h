@@ -7,8 +7,8 @@
 
 namespace veldtrim {
 
-/// One JSON object, indented, with the members that docs/inspect.md lists. Bytes of names that are
-/// not UTF-8 become U+FFFD.
-std::string jsonOf(const Report& report);
+/// One JSON object, indented, that says what textOf says. docs/inspect.schema.json describes it.
+/// Bytes of names that are not UTF-8 become U+FFFD.
+std::string jsonOf(const Report& report, bool all);
 
 } // namespace veldtrim

@@ -52,18 +52,31 @@ void appendFile(const FileReport& file, std::string& text) {
             grouped(file.counts.unparsed - static_cast<std::int64_t>(file.firstUnparsed.size())) +
             " more that are not read\n";
     }
-    if (file.decimalCommas > 0) {
-        text += indent + "decimal commas: x and y are read up to the comma\n";
+}
+
+void appendAdvice(const FileReport& file, std::string& text) {
+    for (const std::string& sentence : file.advice) {
+        text += "      " + printable(sentence) + '\n';
     }
-    if (file.lastLineUnread) {
-        text += indent + "the last line has no line feed and is not read\n";
+}
+
+void appendFiles(const Report& report, bool all, std::string& text) {
+    text += "\nFiles\n";
+    for (const auto& [outcome, count] : countByOutcome(report)) {
+        text += "  " + grouped(static_cast<std::int64_t>(count)) + ' ' + printable(outcome) + '\n';
+    }
+    for (const FileReport& file : report.files) {
+        if (all || hasProblem(file)) {
+            appendFile(file, text);
+            appendAdvice(file, text);
+        }
     }
 }
 
 void appendPolygon(const PolygonReport& polygon, std::string& text) {
     text += "  polygon " + std::to_string(polygon.id) + ": " +
             grouped(static_cast<std::int64_t>(polygon.vertices)) + " vertices, area " +
-            coordinate(polygon.area) + ", holds " + grouped(polygon.held) + " records\n";
+            measure(polygon.area) + ", holds " + grouped(polygon.held) + " records\n";
     if (polygon.vertices > 0) {
         text += "      " + boxText(polygon.bounds) + '\n';
     }
@@ -72,22 +85,31 @@ void appendPolygon(const PolygonReport& polygon, std::string& text) {
     }
 }
 
+void appendPolygons(const Report& report, bool all, std::string& text) {
+    text += "\nPolygons\n";
+    std::int64_t sound = 0;
+    for (const PolygonReport& polygon : report.polygons) {
+        if (isListed(polygon, report, all)) {
+            appendPolygon(polygon, text);
+        } else {
+            ++sound;
+        }
+    }
+    if (sound > 0) {
+        text += "  " + grouped(sound) + " without remarks\n";
+    }
+}
+
 } // namespace
 
-std::string textOf(const Report& report) {
+std::string textOf(const Report& report, bool all) {
     std::string text = "Input directory  " + printable(report.inputDirectory) + '\n' +
                        "Boundary file    " + printable(report.boundaryFile) + '\n';
     if (!report.polygons.empty()) {
-        text += "\nPolygons\n";
-    }
-    for (const PolygonReport& polygon : report.polygons) {
-        appendPolygon(polygon, text);
+        appendPolygons(report, all, text);
     }
     if (!report.files.empty()) {
-        text += "\nFiles\n";
-    }
-    for (const FileReport& file : report.files) {
-        appendFile(file, text);
+        appendFiles(report, all, text);
     }
     text += "\nTotal\n  " + grouped(report.total.records) + " records in " +
             grouped(static_cast<std::int64_t>(takenFiles(report))) + " of " +
@@ -98,7 +120,7 @@ std::string textOf(const Report& report) {
         text += "  bounds of the boundaries  " + boxText(report.modelBounds) + '\n';
     }
     for (const std::string& hint : report.hints) {
-        text += "  Look at this: " + hint + '\n';
+        text += "  Look at this: " + printable(hint) + '\n';
     }
     if (!report.failure.empty()) {
         text += "  A run would fail: " + printable(report.failure) + '\n';

@@ -1,8 +1,9 @@
 #include "inspect/wording.h"
 
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
-#include <cstdio>
 
 namespace veldtrim {
 
@@ -12,10 +13,18 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
 }
 
-std::string inDigits(double value, int digits) {
-    std::array<char, 40> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.*g", digits, value);
-    return {text.data(), static_cast<std::size_t>(length > 0 ? length : 0)};
+/// The shortest text that reads back as `value`, without an exponent unless it would be very long.
+std::string inFull(double value) {
+    constexpr double largestPlain = 1e17;
+    constexpr double smallestPlain = 1e-9;
+    const double size = std::fabs(value);
+    const bool isPlain = size == 0.0 || (size < largestPlain && size >= smallestPlain);
+    std::array<char, 64> text{};
+    const std::to_chars_result result =
+        isPlain
+            ? std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed)
+            : std::to_chars(text.data(), text.data() + text.size(), value);
+    return {text.data(), result.ptr};
 }
 
 } // namespace
@@ -30,11 +39,18 @@ std::string grouped(std::int64_t number) {
 }
 
 std::string coordinate(double value) {
-    return inDigits(value, 9);
+    return inFull(value);
 }
 
-std::string distance(double value) {
-    return inDigits(value, 6);
+std::string measure(double value) {
+    constexpr int digits = 9;
+    std::array<char, 64> text{};
+    const auto* const end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                          std::chars_format::general, digits)
+                                .ptr;
+    double rounded = value;
+    std::from_chars(text.data(), end, rounded);
+    return inFull(rounded);
 }
 
 std::string printable(std::string_view text) {

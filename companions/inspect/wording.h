@@ -10,11 +10,11 @@ namespace veldtrim {
 /// A number with a comma before each group of three digits.
 std::string grouped(std::int64_t number);
 
-/// A coordinate in at most nine significant digits.
+/// A coordinate in full: the shortest decimal number that reads back as the same value.
 std::string coordinate(double value);
 
-/// A distance in at most six significant digits.
-std::string distance(double value);
+/// A computed distance or area in at most nine significant digits.
+std::string measure(double value);
 
 /// The text with each control character replaced by "?".
 std::string printable(std::string_view text);

@@ -22,12 +22,17 @@ inline bool boundsContain(const BoundaryPolygon& polygon, const ElevationPoint& 
 
 /// The exact verdict for a point that has passed boundsContain.
 ///
-/// A point on an edge or a vertex is on the boundary. Neither the ring's orientation nor its first
-/// vertex matters. Where rings cross themselves, an odd number of crossings of a ray from the point
-/// counts as inside. A polygon of two vertices is a segment, which holds the points at a distance
-/// of exactly zero; one whose vertices all have one y holds the points with that y. A polygon of
-/// fewer than two vertices holds nothing. There is no tolerance; all arithmetic is in double
-/// precision, in the written order of operations.
+/// A point on an edge or a vertex is on the boundary. On horizontal and vertical edges, neither the
+/// ring's orientation nor its first vertex matters. On a slanted edge, the x at which the edge
+/// reaches the y of the point is rounded, so that a point on it can get any verdict, and another
+/// one if the edge is drawn in the other direction.
+///
+/// Where rings cross themselves, an odd number of crossings of a ray from the point counts as
+/// inside. A polygon of two vertices is a segment, which holds the points at a computed distance of
+/// exactly zero. One whose vertices all have one y holds the points with that y, and boundsContain
+/// passes them up to pretestTolerance beyond its ends. A polygon of fewer than two vertices holds
+/// nothing. There is no other tolerance; all arithmetic is in double precision, in the written
+/// order of operations.
 ///
 /// May fill the polygon's `segments`. The ring walk is a crossing count along a horizontal ray
 /// (M. Shimrat, "Algorithm 112: Position of point relative to polygon", CACM 5, 1962), with the

@@ -7,6 +7,7 @@
 #include <limits>
 #include <numeric>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace veldtrim {
@@ -38,8 +39,9 @@ std::int64_t countLineFeeds(const char* at, std::size_t size) {
 
 } // namespace
 
-std::int32_t countRecords(std::string path) {
+std::int32_t countRecords(std::string path, std::error_code& openError) {
     PlatformFile file = PlatformFile::openForReading(path);
+    openError = file.openError();
     std::vector<char> block(blockSize);
     std::int64_t lineFeeds = 0;
     while (const std::size_t got = file.read(block.data(), block.size())) {
@@ -50,6 +52,11 @@ std::int32_t countRecords(std::string path) {
         throw std::length_error("too many records in " + path + ": " + std::to_string(records));
     }
     return static_cast<std::int32_t>(records);
+}
+
+std::int32_t countRecords(std::string path) {
+    std::error_code openError;
+    return countRecords(std::move(path), openError);
 }
 
 } // namespace veldtrim

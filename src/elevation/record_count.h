@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
 
 namespace veldtrim {
 
@@ -13,5 +14,8 @@ namespace veldtrim {
 /// no line feed. Throws std::length_error, which names the file, when the number does not fit the
 /// result, and std::system_error when the system fails to read.
 std::int32_t countRecords(std::string path);
+
+/// The same, and `openError` says why the file could not be opened: no error if it could.
+std::int32_t countRecords(std::string path, std::error_code& openError);
 
 } // namespace veldtrim

@@ -28,6 +28,7 @@ int systemOpen(const char* path, int flags) {
     if (descriptor >= 0 &&
         (::_fstat64(descriptor, &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG)) {
         ::_close(descriptor);
+        errno = ENODEV;
         return -1;
     }
     return descriptor;
@@ -82,20 +83,24 @@ constexpr std::size_t largestTransfer = std::size_t{1} << 30;
 
 } // namespace
 
-PlatformFile::PlatformFile(int descriptor, std::string path)
-    : descriptor_(descriptor), path_(std::move(path)) {}
+PlatformFile::PlatformFile(const std::string& path, int flags)
+    : path_(path), descriptor_(systemOpen(path.c_str(), flags)) {
+    if (!isOpen()) {
+        openError_ = {errno, std::generic_category()};
+    }
+}
 
 PlatformFile PlatformFile::openForReading(const std::string& path) {
-    return {systemOpen(path.c_str(), O_RDONLY), path};
+    return {path, O_RDONLY};
 }
 
 PlatformFile PlatformFile::openForWriting(const std::string& path) {
-    return {systemOpen(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC), path};
+    return {path, O_WRONLY | O_CREAT | O_TRUNC};
 }
 
 PlatformFile::PlatformFile(PlatformFile&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)), written_(other.written_),
-      path_(std::move(other.path_)) {}
+    : path_(std::move(other.path_)), descriptor_(std::exchange(other.descriptor_, -1)),
+      openError_(other.openError_), written_(other.written_) {}
 
 PlatformFile::~PlatformFile() {
     if (isOpen()) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace veldtrim {
 
@@ -34,6 +35,9 @@ public:
 
     [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
 
+    /// Why the file could not be opened; no error if it could.
+    [[nodiscard]] std::error_code openError() const { return openError_; }
+
     /// Reads up to `size` bytes to `to` and returns their number, 0 at the end of the file. If the
     /// system fails, throws std::system_error, which names the file and the reason.
     std::size_t read(char* to, std::size_t size);
@@ -48,11 +52,12 @@ public:
     void close();
 
 private:
-    PlatformFile(int descriptor, std::string path);
+    PlatformFile(const std::string& path, int flags);
 
-    int descriptor_;
-    std::int64_t written_ = 0;
     std::string path_;
+    int descriptor_;
+    std::error_code openError_;
+    std::int64_t written_ = 0;
 };
 
 } // namespace veldtrim

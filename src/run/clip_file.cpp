@@ -2,12 +2,36 @@
 
 #include "elevation/header.h"
 #include "run/record_reader.h"
+#include "run/skipped_file.h"
+#include "status/report_state.h"
 #include "text/line_reader.h"
 #include "text/line_writer.h"
 
 #include <pulsenote.h>
 
+#include <system_error>
+
 namespace veldtrim {
+
+namespace {
+
+/// Reads the header line of a file that was accepted when its records were counted. Reports why it
+/// is skipped if it has changed since.
+bool readHeaderAgain(LineReader& input, const std::string& path, std::int32_t recordCount,
+                     Line& line, ElevationHeader& header) {
+    input.next(line);
+    const std::error_code openError = input.openError();
+    const std::string reason =
+        openError ? cannotBeRead(openError) : readHeaderOrReason(line.text, header);
+    // Without a count, either the file could not be opened before, which was reported then, or it
+    // holds no record that could be lost.
+    if (!reason.empty() && recordCount >= 0) {
+        reportSkipped(path, reason);
+    }
+    return reason.empty();
+}
+
+} // namespace
 
 std::int32_t clipFile(BoundaryModel& model, std::string inputPath, std::string outputPath,
                       std::int32_t recordCount, double progressOffset, double progressScale) {
@@ -15,16 +39,17 @@ std::int32_t clipFile(BoundaryModel& model, std::string inputPath, std::string o
     LineWriter output(outputPath);
 
     Line headerLine;
-    input.next(headerLine);
     ElevationHeader header;
-    std::string errorText;
-    if (!readHeader(headerLine.text, header, errorText)) {
+    if (!readHeaderAgain(input, inputPath, recordCount, headerLine, header)) {
         return 0;
+    }
+    if (const std::error_code error = output.openError()) {
+        reportState("Cannot create output file " + outputPath + ": " + error.message() +
+                    ": its records are counted but not written");
     }
     output.write(headerLine);
 
-    constexpr int stateCode = 1;
-    StateMessage(stateCode, "Clipping elevation data...", true);
+    reportState("Clipping elevation data...");
     ProgressMessage progress(progressOffset * progressScale,
                              (recordCount + progressOffset) * progressScale, recordCount);
     RecordReader records(input, header, model, recordCount);

@@ -18,10 +18,11 @@ namespace veldtrim {
 /// record moves the run by `progressScale`.
 ///
 /// Returns the number of kept records. It is 0, and the output file stays empty, when the header is
-/// not accepted or the input file cannot be opened. An output file that cannot be created receives
-/// nothing; the records count all the same. Throws std::system_error when reading or writing fails
-/// later; the output file then ends with the last line that was written whole. For lack of memory,
-/// std::bad_alloc; a few of the records read last may then be missing.
+/// not accepted or the input file cannot be opened; a StateMessage then says why, unless
+/// `recordCount` is negative. An output file that cannot be created is reported in a StateMessage
+/// and receives nothing; the records count all the same. Throws std::system_error when reading or
+/// writing fails later; the output file then ends with the last line that was written whole. For
+/// lack of memory, std::bad_alloc; a few of the records read last may then be missing.
 std::int32_t clipFile(BoundaryModel& model, std::string inputPath, std::string outputPath,
                       std::int32_t recordCount, double progressOffset, double progressScale);
 

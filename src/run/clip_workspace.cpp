@@ -1,16 +1,16 @@
 #include "run/clip_workspace.h"
 
 #include "boundary/file/boundary_reader.h"
+#include "platform/file.h"
 #include "run/clip_file.h"
 #include "run/input_files.h"
 #include "status/console.h"
 #include "status/report_error.h"
-
-#include <pulsenote.h>
+#include "status/report_state.h"
 
 #include <cstdint>
-#include <fstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <boost/filesystem/exception.hpp>
@@ -68,15 +68,22 @@ bool createOutputDirectory(const fs::path& directory) {
     return true;
 }
 
-void reportEndOfProgress() {
-    constexpr int steps = 100;
-    ProgressMessage(1.0, 100.0, steps).OnProgress(steps, false);
-}
-
-/// A failure goes unnoticed: the clipped files are the result, this is a convenience beside them.
+/// A failure is reported but does not fail the run: the clipped files are the result, the total is
+/// a convenience beside them.
 void writeTotal(const fs::path& outputDirectory, std::int64_t keptTotal) {
-    std::ofstream file((outputDirectory / "total_node_count.txt").string());
-    file << std::to_string(keptTotal) << '\n'; // whatever digit grouping the global locale has
+    const std::string path = (outputDirectory / totalFileName).string();
+    std::error_code error;
+    try {
+        PlatformFile file = PlatformFile::openForWriting(path);
+        error = file.openError();
+        file.write(std::to_string(keptTotal).append(lineEnd));
+        file.close();
+    } catch (const std::system_error& failure) {
+        error = failure.code();
+    }
+    if (error) {
+        reportState("Cannot write " + path + ": " + error.message());
+    }
 }
 
 } // namespace

@@ -7,9 +7,12 @@
 
 namespace veldtrim {
 
+/// Name of the file in the output directory that holds the number of kept records.
+inline constexpr const char* totalFileName = "total_node_count.txt";
+
 /// Loads the boundary file into `model` (what it held before is dropped), clips every input file of
 /// the directory `inputDirName` in `workspacePath` into the new directory `outputDirName` beside
-/// it, and writes the number of kept records to "total_node_count.txt" there.
+/// it, and writes the number of kept records to `totalFileName` there.
 ///
 /// Returns 0 when the batch ran to its end, 1 when a check failed, which reportError has then
 /// reported: boundary file, workspace, input directory, an output directory that is already there,

@@ -1,10 +1,8 @@
 #include "run/input_files.h"
 
-#include "elevation/header.h"
 #include "elevation/record_count.h"
+#include "run/skipped_file.h"
 #include "text/line_reader.h"
-
-#include <pulsenote.h>
 
 #include <algorithm>
 #include <array>
@@ -27,16 +25,20 @@ constexpr std::array<std::string_view, 3> inputExtensions{".txt", ".xyz", ".node
 /// not read into memory to find that it is none.
 constexpr std::size_t headerReadLimit = std::size_t{64} << 10;
 
-/// The first line of the file at `path`, or its first `headerReadLimit` bytes; empty when the file
-/// cannot be read.
-std::string readHeaderLine(const std::string& path) {
+/// Why a file is skipped that the system should let the run read, by its first line or the first
+/// `headerReadLimit` bytes of it; empty if it is not.
+std::string reasonInHeader(const std::string& path) {
     try {
         LineReader lines(path, headerReadLimit);
+        if (const std::error_code error = lines.openError()) {
+            return cannotBeRead(error);
+        }
         Line line;
         lines.next(line);
-        return std::string(line.text);
-    } catch (const std::system_error&) {
-        return {};
+        ElevationHeader header;
+        return readHeaderOrReason(line.text, header);
+    } catch (const std::system_error& error) {
+        return cannotBeRead(error.code());
     }
 }
 
@@ -49,18 +51,7 @@ std::string reasonToSkip(const std::string& path) {
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         return "it is not a regular file";
     }
-    ElevationHeader header;
-    std::string errorText;
-    if (readHeader(readHeaderLine(path), header, errorText)) {
-        return {};
-    }
-    if (errorText.empty()) {
-        return "the header line is empty";
-    }
-    if (errorText.back() == ' ') {
-        errorText.pop_back();
-    }
-    return errorText;
+    return reasonInHeader(path);
 }
 
 bool hasInputExtension(std::string path) {
@@ -87,8 +78,7 @@ bool isInputFile(std::string path) {
     if (reason.empty()) {
         return true;
     }
-    constexpr int stateCode = 1;
-    StateMessage(stateCode, "Skipping input file " + path + ": " + reason, true);
+    reportSkipped(path, reason);
     return false;
 }
 
@@ -104,8 +94,13 @@ void visitFiles(const std::string& directory,
 std::vector<InputFile> findInputFiles(const std::string& directory) {
     std::vector<InputFile> files;
     visitFiles(directory, [&](const std::string& path) {
-        if (isInputFile(path)) {
-            files.push_back({path, countRecords(path)});
+        if (!isInputFile(path)) {
+            return;
+        }
+        std::error_code openError;
+        files.push_back({path, countRecords(path, openError)});
+        if (openError) {
+            reportSkipped(path, cannotBeRead(openError));
         }
     });
     return files;

@@ -17,8 +17,7 @@ bool hasInputExtension(std::string path);
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line
 /// is an accepted header.
 ///
-/// A file with an accepted ending that is left out is reported as a StateMessage with the reason;
-/// one that cannot be read counts as one with an empty header line.
+/// A file with an accepted ending that is left out is reported as a StateMessage with the reason.
 bool isInputFile(std::string path);
 
 /// Why the file at `path`, whose name has an accepted ending, is no input file; empty when it is.
@@ -37,7 +36,8 @@ struct InputFile {
 };
 
 /// The input files of a directory, not of its subdirectories, in the order in which the system
-/// lists them, each with its record count. Links are followed. Throws
+/// lists them, each with its record count, -1 for a file that cannot be opened any more, which is
+/// reported as skipped. Links are followed. Throws
 /// boost::filesystem::filesystem_error when listing fails, and as countRecords does.
 std::vector<InputFile> findInputFiles(const std::string& directory);
 

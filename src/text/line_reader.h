@@ -7,6 +7,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace veldtrim {
@@ -40,6 +41,9 @@ public:
     /// The same for a line that has been read from the file already: lines that were handed out
     /// before stay valid. Returns false, with `line` as it was, when there is no such line.
     bool nextAtHand(Line& line) { return takeNext(line, 0); }
+
+    /// Why the file could not be opened; no error if it could.
+    [[nodiscard]] std::error_code openError() const { return file_.openError(); }
 
     void close() { file_.close(); }
 

@@ -5,6 +5,7 @@
 #include "text/line_reader.h"
 
 #include <string>
+#include <system_error>
 
 namespace veldtrim {
 
@@ -17,6 +18,9 @@ public:
 
     /// Throws std::system_error when the system fails; the file then ends with the line before.
     void write(const Line& line);
+
+    /// Why the file could not be created; no error if it could.
+    [[nodiscard]] std::error_code openError() const { return file_.openError(); }
 
     /// Throws std::system_error when the system reports that lines did not arrive.
     void close() { file_.close(); }

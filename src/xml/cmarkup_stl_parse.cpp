@@ -24,6 +24,7 @@ bool CMarkupSTL::setDocument(const char* text) {
     const std::size_t length = text == nullptr ? 0 : std::strlen(text);
     if (length > longestText) {
         parseError = "Document too large";
+        parseErrorLine = parseErrorColumn = 0;
         docText = std::string();
     } else if (length == 0) {
         docText = std::string();
@@ -136,16 +137,16 @@ std::int32_t CMarkupSTL::openElement(std::int32_t parent) {
     while (true) {
         const std::int32_t open = findCharacter(span.text, span.length, '<', scan);
         if (open < 0) {
-            return recordParseError("Element tag not found");
+            return recordParseError("Element tag not found", enclosing.startLeft);
         }
         element.startLeft = open;
         enclosing.endLeft = open;
         span.next = open + 1;
         if (!nextToken(span)) {
-            return recordParseError("Abrupt end within tag");
+            return recordParseError("Abrupt end within tag", open);
         }
         if (span.isString) {
-            return recordParseError("Tag starts with quote");
+            return recordParseError("Tag starts with quote", open);
         }
         const char first = span.first();
         if (first == '/') {
@@ -157,12 +158,12 @@ std::int32_t CMarkupSTL::openElement(std::int32_t parent) {
         }
         scan = open;
         if (skipNode(scan) == 0) {
-            return recordParseError("Invalid node");
+            return recordParseError("Invalid node", open);
         }
     }
     const std::int32_t close = findCharacter(span.text, span.length, '>', span.next);
     if (close < 0) {
-        return recordParseError("End of tag not found");
+        return recordParseError("End of tag not found", element.startLeft);
     }
     element.startRight = close;
     if (span.text[close - 1] == '/') {
@@ -191,7 +192,7 @@ bool CMarkupSTL::closeElement(std::int32_t element) {
             continue;
         }
         if (token == 2 && !nameMatches(span, name)) {
-            recordParseError("End tag does not correspond to %s", name);
+            recordParseError("End tag does not correspond to %s", closing.endLeft, name);
             return false;
         }
         if (span.first() == '>') {
@@ -199,7 +200,7 @@ bool CMarkupSTL::closeElement(std::int32_t element) {
             return true;
         }
     }
-    recordParseError("End tag not completed for element %s", name);
+    recordParseError("End tag not completed for element %s", closing.endLeft, name);
     return false;
 }
 
@@ -254,9 +255,13 @@ std::int32_t CMarkupSTL::skipNode(std::int32_t& offset) const {
     return 0;
 }
 
-/// Stores the error text, with `name` in place of "%s", and releases the index slot of the failed
-/// element. Returns -1.
-std::int32_t CMarkupSTL::recordParseError(std::string_view format, std::string_view name) {
+/// Stores the error text, with `name` in place of "%s", and the line and column of `offset`, and
+/// releases the index slot of the failed element. Returns -1.
+std::int32_t CMarkupSTL::recordParseError(std::string_view format, std::int32_t offset,
+                                          std::string_view name) {
+    const std::string_view before = std::string_view(docText).substr(0, std::size_t(offset));
+    parseErrorLine = 1 + static_cast<std::int32_t>(std::count(before.begin(), before.end(), '\n'));
+    parseErrorColumn = static_cast<std::int32_t>(before.size() - (before.rfind('\n') + 1)) + 1;
     parseError = format;
     if (const std::size_t place = parseError.find("%s");
         place != std::string::npos && !name.empty()) {

@@ -1,5 +1,6 @@
 """Links, names and permissions that a source tree cannot hold, and receivers that go away."""
 
+import errno
 import os
 import subprocess
 import tempfile
@@ -38,7 +39,7 @@ ODD = [
             LINKED,
             ["./linked", "clipped", "linked.xml"],
             clips(
-                {"a.xyz": KEPT, "link.xyz": KEPT}, skipped={"./linked/dangling.xyz": "no header"}
+                {"a.xyz": KEPT, "link.xyz": KEPT}, skipped={"./linked/dangling.xyz": errno.ENOENT}
             ),
         ),
         ({"scans/loop": Link("loop")}, ARGUMENTS, fails(SYSTEM_ERROR, {"clipped": None})),
@@ -145,7 +146,7 @@ def unprivileged(program):
 @pytest.mark.parametrize(
     "locked, mode, outcome",
     [
-        ("scans/b.xyz", 0, clips({"a.xyz": KEPT}, skipped={"./scans/b.xyz": "no header"})),
+        ("scans/b.xyz", 0, clips({"a.xyz": KEPT}, skipped={"./scans/b.xyz": errno.EACCES})),
         ("boundary.xml", 0, boundary_not_found("boundary.xml")),
         ("scans", 0o300, fails(SYSTEM_ERROR, {"clipped": None})),
         (".", 0o500, fails(SYSTEM_ERROR)),

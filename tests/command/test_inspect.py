@@ -3,6 +3,7 @@
 That its counts are those of the clipped files is held against every run of the other tests.
 """
 
+import json
 import shutil
 import subprocess
 from pathlib import Path
@@ -10,16 +11,9 @@ from pathlib import Path
 import pytest
 from harness import REASONS, SQUARE, SQUARE_XML, boundary_xml, write_tree
 
-EXAMPLE = Path(__file__).parents[2] / "examples/jacksboro"
+ROOT = Path(__file__).parents[2]
+EXAMPLE = ROOT / "examples/jacksboro"
 HEADER = "x;y;z\n"
-EAST, NORTH = 700000, 4000000
-
-
-@pytest.fixture
-def inspector(program):
-    if not program.inspector:
-        pytest.skip("veldtrim-inspect was not built")
-    return program.inspector
 
 
 def inspect(inspector, directory, *arguments):
@@ -29,32 +23,6 @@ def inspect(inspector, directory, *arguments):
 
 def scan(points):
     return HEADER + "".join(f"{x};{y};1\n" for x, y in points)
-
-
-AREA = boundary_xml([(EAST + x, NORTH + y) for x, y in [(0, 0), (900, 0), (900, 900), (0, 900)]])
-GRID = [(EAST + x, NORTH + y) for x in range(0, 1000, 100) for y in range(0, 1000, 100)]
-
-
-@pytest.mark.parametrize(
-    "points, hint",
-    [
-        ([(y, x) for x, y in GRID], "x and y look swapped"),
-        ([(x / 1000, y / 1000) for x, y in GRID], "the points look like kilometres"),
-        ([(x * 1000, y * 1000) for x, y in GRID], "the boundaries like kilometres"),
-        ([(x / 0.3048, y / 0.3048) for x, y in GRID], "the points look like feet"),
-        ([(x / 1e5, y / 1e5) for x, y in GRID], "the points look like degrees"),
-        ([(x + 5000, y) for x, y in GRID], "4100 units towards smaller x from the points"),
-        ([(x, y - 5000) for x, y in GRID], "4100 units towards larger y from the points"),
-    ],
-    ids=["swapped", "km", "m", "feet", "degrees", "east", "south"],
-)
-def test_nothing_in_common(program, inspector, tmp_path, points, hint):
-    write_tree(tmp_path, {"scans/a.xyz": scan(points), "boundary.xml": AREA})
-    report = program.inspect(tmp_path, "./scans", "boundary.xml", code=1)
-    assert [hint in each for each in report["hints"]] == [True]
-    assert report["polygons"][0]["remarks"] == ["it lies outside the bounds of every file"]
-    text = inspect(inspector, tmp_path, "./scans", "boundary.xml").stdout
-    assert hint in text and "bounds of the points" in text and "bounds of the boundaries" in text
 
 
 def unread(*faults, first=2):
@@ -88,8 +56,7 @@ FILES = [
     (".node", "n\n5;5;1\n", {"format": "node", "separator": None, "columns": None}),
 ]
 SAID_OF_FILES = [
-    "left out: its name does not end in", "decimal commas: x and y are read up to the comma",
-    "the last line has no line feed and is not read", "lines end in LF and CR LF mixed",
+    "left out: its name does not end in", "lines end in LF and CR LF mixed",
     "... and 1 more that are not read", "node, separator none",
 ]
 
@@ -102,7 +69,7 @@ def test_files(program, inspector, tmp_path):
     assert files.keys() == scans.keys()
     for name, (_, _, expected) in zip(scans, FILES):
         assert {key: files[name].get(key) for key in expected} == expected, name
-    text = inspect(inspector, tmp_path, "./scans", "boundary.xml").stdout
+    text = program.inspect_text(tmp_path, "./scans", "boundary.xml")
     assert [said for said in SAID_OF_FILES if said not in text] == []
     # and the run agrees
     assert program.run(tmp_path, "./scans", "clipped", "boundary.xml").code == 0
@@ -139,24 +106,36 @@ def test_polygon_too_intricate_to_be_searched(program, inspector, tmp_path):
     assert "too intricate" in report["polygons"][0]["remarks"][0]
 
 
-@pytest.mark.parametrize(
-    "tree, said",
-    [
-        ({"boundary.xml": None}, "is not a regular file"),
-        ({"boundary.xml": "<a><b></a>"}, "cannot be read: End tag does not correspond to b"),
-        ({"boundary.xml": "<a/>"}, "no element TavelDGM"),
-        ({"boundary.xml": SQUARE_XML.replace("x=", "u=", 1)}, "number 1 of polygon 1 has no x"),
-        ({}, "does not exist"),
-        ({"boundary.xml": SQUARE_XML}, "the input directory ./scans does not exist"),
-        ({"boundary.xml": SQUARE_XML, "scans": None}, "holds no input file"),
-    ],
-)
-def test_a_run_would_fail(program, inspector, tmp_path, tree, said):
+def test_workspace_that_is_none(program, inspector, tmp_path):
+    write_tree(tmp_path, {"boundary.xml": SQUARE_XML, "file": ""})
+    for path, said in (("./no", "does not exist"), ("./file", "is a file"), ("no", "write ./no")):
+        assert said in program.inspect(tmp_path, path, "boundary.xml", code=1)["failure"]
+    exchanged = program.inspect(tmp_path, "boundary.xml", ".", code=1)
+    assert "in the wrong order" in exchanged["hints"][0]
+
+
+def test_many_sound_files_and_polygons_are_only_counted(program, inspector, tmp_path):
+    rings = [[(x, 0), (x + 1, 0), (x, 1)] for x in range(0, 60, 2)]
+    tree = {f"scans/{number}.xyz": scan([(0, 0), (59, 0)]) for number in range(5000)}
+    tree |= {"scans/bad.xyz": "", "boundary.xml": boundary_xml(*rings)}
     write_tree(tmp_path, tree)
-    assert said in program.inspect(tmp_path, "./scans", "boundary.xml", code=1)["failure"]
-    shown = inspect(inspector, tmp_path, "./scans", "boundary.xml")
-    assert shown.returncode == 1 and said in shown.stdout
-    assert program.run(tmp_path, "./scans", "clipped", "boundary.xml").code == 1
+    text = inspect(inspector, tmp_path, "./scans", "boundary.xml").stdout
+    assert "5,000 read\n" in text and "1 the header line is empty\n" in text
+    assert "30 without remarks\n" in text and len(text.splitlines()) < 20
+    report = json.loads(inspect(inspector, tmp_path, "./scans", "boundary.xml", "--json").stdout)
+    assert [file["name"] for file in report["files"]] == ["bad.xyz"]
+    assert report["fileCounts"] == {"read": 5000, "the header line is empty": 1}
+    assert (report["polygonCount"], report["polygons"]) == (30, [])
+
+
+def test_json_schema(program, inspector, tmp_path):
+    jsonschema = pytest.importorskip("jsonschema")
+    schema = json.loads((ROOT / "docs/inspect.schema.json").read_text())
+    jsonschema.Draft7Validator.check_schema(schema)
+    write_tree(tmp_path, {f"scans/{n}{ending}": text for n, (ending, text, _) in enumerate(FILES)})
+    write_tree(tmp_path, {"boundary.xml": boundary_xml(SQUARE, [], [(5, 5), (5, 9)])})
+    for boundary in ("boundary.xml", "none.xml"):
+        jsonschema.validate(program.inspect(tmp_path, "./scans", boundary), schema)
 
 
 def test_command_line(inspector, tmp_path):
@@ -171,8 +150,10 @@ def test_command_line(inspector, tmp_path):
     assert bare.returncode == 1 and "write ./scans" in bare.stdout
     nothing = inspect(inspector, tmp_path, paths[0], "no.xml", "--picture", "a.png")
     assert nothing.returncode == 1 and "no picture: nothing was read" in nothing.stderr
+    assert not (tmp_path / "a.png").exists()
     nowhere = inspect(inspector, tmp_path, *paths, "--picture", "no/where.png")
-    assert nowhere.returncode == 1 and "cannot write the picture no/where.png" in nowhere.stderr
+    assert (nowhere.returncode, nowhere.stdout) == (1, "")
+    assert "cannot write the picture no/where.png: No such file or directory" in nowhere.stderr
 
 
 def colours(picture):

@@ -79,10 +79,10 @@ TEST_F(ClipFile, WritesARecordAfterItsProgressAndBeforeTheNext) {
     pulsenote_recorder::clear();
 }
 
-TEST_F(ClipFile, LeavesAnEmptyFileAndNoWordForAWrongHeader) {
+TEST_F(ClipFile, SaysWhyItLeavesAnEmptyFile) {
     EXPECT_EQ(clip("x;z;y\n1;1;1\n", 1), 0);
     EXPECT_EQ(output(), "");
-    EXPECT_TRUE(pulsenote_recorder::events().empty());
+    ASSERT_EQ(pulsenote_recorder::events().size(), 1U);
 }
 
 TEST_F(ClipFile, CountsRecordsThatHaveNowhereToGo) {

@@ -29,10 +29,15 @@ STARTED = ["Starting Orlagon..."]
 BOUNDARY_READ = [*STARTED]
 
 
+def reason(why):
+    """Why a file is skipped: by a key of REASONS, or by the errno of what the system refuses."""
+    return f"it cannot be read: {os.strerror(why)}" if isinstance(why, int) else REASONS[why]
+
+
 def messages(clipped=0, skipped=(), errors=(), before=BOUNDARY_READ):
     """What a run says, as (kind, code, text): after the states `before` it clips so many scans,
-    skips others (path -> key of REASONS), and fails if there are errors."""
-    skips = [f"Skipping input file {path}: {REASONS[why]}" for path, why in dict(skipped).items()]
+    skips others (path -> key of REASONS, or an errno), and fails if there are errors."""
+    skips = [f"Skipping input file {path}: {reason(why)}" for path, why in dict(skipped).items()]
     failed = ("failed", 1, "Clipping of elevation data with model boundaries failed.")
     finished = ("finish", 1, "Finished clipping elevation data with model boundaries")
     states = [*before, *skips, *["Clipping elevation data..."] * clipped]
@@ -231,7 +236,7 @@ class Program:
     def inspect(self, directory, *arguments, code=None, **options):
         """The report of veldtrim-inspect, which must change nothing."""
         process = subprocess.run(
-            [self.inspector, "--json", *map(str, arguments)],
+            [self.inspector, "--json", "--all", *map(str, arguments)],
             cwd=directory,
             stdin=subprocess.DEVNULL,
             capture_output=True,
@@ -243,24 +248,34 @@ class Program:
         assert report["wouldKeep"] == (process.returncode == 0)
         return report
 
+    def inspect_text(self, directory, *arguments):
+        """The same report as text."""
+        return subprocess.run(
+            [self.inspector, "--all", *map(str, arguments)],
+            cwd=directory,
+            capture_output=True,
+            text=True,
+            errors="replace",
+            timeout=120,
+        ).stdout
+
     def run(self, directory, *arguments, **options):
         paths = [str(argument) for argument in arguments[:3]]
         foretold = None
         if self.inspector and len(paths) == 3 and not {"", "-pipe"} & set(paths):
             who = {key: options[key] for key in ("user", "group", "extra_groups") if key in options}
             foretold = self.inspect(directory, "--", paths[0], paths[2], **who)
-        options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
-        process = subprocess.run(
-            [*self.command, *map(str, arguments)],
-            cwd=directory,
-            stdin=subprocess.DEVNULL,
-            timeout=120,
-            **options,
-        )
-        if foretold and process.returncode == 0:
+        run = self.run_command([*self.command, *map(str, arguments)], directory, **options)
+        if foretold and run.code == 0:
             output = os.path.join(os.path.dirname(paths[0]), paths[1].lstrip("/"))
             assert_foretold(foretold, os.path.join(directory, output))
-        return Run(process, "-pipe" in arguments)
+        return run
+
+    def run_command(self, command, directory, **options):
+        options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
+        stdin = subprocess.DEVNULL
+        process = subprocess.run(command, cwd=directory, stdin=stdin, timeout=120, **options)
+        return Run(process, "-pipe" in command)
 
     def check(self, directory, arguments, outcome, pipe=("-pipe",), **options):
         """Runs with `pipe` after the arguments, unless the switch is one of them, and compares all

@@ -15,6 +15,28 @@ namespace veldtrim {
 namespace {
 
 // Random documents show that each text is refused for the right reason.
+TEST(DocumentTest, SaysWhereATextIsRefused) {
+    const struct {
+        const char* text;
+        int line;
+        int column;
+    } cases[] = {{"", 0, 0},
+                 {"plain", 1, 1},
+                 {"<a>\n<b><c/>", 2, 1},
+                 {"\n\n <a", 3, 2},
+                 {"<a>< \t\r\n", 1, 4},
+                 {"<a>\n<\"b\"></a>", 2, 1},
+                 {"<a><!-- open", 1, 4},
+                 {"<a><b>\n </a>", 2, 2},
+                 {"<a><bc></bc", 1, 8}};
+    for (const auto& [text, line, column] : cases) {
+        CMarkupSTL document;
+        EXPECT_FALSE(document.setDocument(text)) << text;
+        EXPECT_EQ(document.getParseErrorLine(), line) << text;
+        EXPECT_EQ(document.getParseErrorColumn(), column) << text;
+    }
+}
+
 TEST(DocumentTest, KeepsTheLastReason) {
     CMarkupSTL document;
     EXPECT_FALSE(document.setDocument(""));

@@ -27,7 +27,7 @@ void drawScaleBar(cairo_t* page, const View& view, double y) {
     cairo_move_to(page, middle - half, y - 5.0);
     cairo_line_to(page, middle + half, y - 5.0);
     cairo_stroke(page);
-    drawText(page, coordinate(length) + " units", middle, y + 11.0, textSize, Align::Middle);
+    drawText(page, measure(length) + " units", middle, y + 11.0, textSize, Align::Middle);
 }
 
 } // namespace
@@ -40,10 +40,10 @@ void drawFrame(cairo_t* page, const View& view) {
     const BoundingBox& shown = view.shown;
     const double below = view.bottom() + 15.0;
     const double inside = view.left + 4.0;
-    drawText(page, "x " + coordinate(shown.xMin), view.left, below, textSize);
-    drawText(page, coordinate(shown.xMax), view.right(), below, textSize, Align::Right);
-    drawText(page, "y " + coordinate(shown.yMin), inside, view.bottom() - 6.0, textSize);
-    drawText(page, "y " + coordinate(shown.yMax), inside, view.top + 14.0, textSize);
+    drawText(page, "x " + measure(shown.xMin), view.left, below, textSize);
+    drawText(page, measure(shown.xMax), view.right(), below, textSize, Align::Right);
+    drawText(page, "y " + measure(shown.yMin), inside, view.bottom() - 6.0, textSize);
+    drawText(page, "y " + measure(shown.yMax), inside, view.top + 14.0, textSize);
     drawScaleBar(page, view, below);
 }
 

@@ -55,8 +55,8 @@ private:
     double y_; ///< the base line of the next line
 };
 
-std::string grouped(std::size_t number) {
-    return veldtrim::grouped(static_cast<std::int64_t>(number));
+std::string groupedSize(std::size_t number) {
+    return grouped(static_cast<std::int64_t>(number));
 }
 
 void writeCounts(Legend& legend, const Report& report) {
@@ -66,18 +66,19 @@ void writeCounts(Legend& legend, const Report& report) {
                                               : 0.0;
     legend.heading(report.wouldKeep() ? "A run keeps" : "A run keeps nothing", 14.0);
     legend.line(grouped(counts.kept()) + " of " + grouped(counts.records) + " records (" +
-                coordinate(std::floor(percent * 10.0) / 10.0) + " %)");
+                measure(std::floor(percent * 10.0) / 10.0) + " %)");
     legend.skip(30.0);
     legend.entry("kept: " + grouped(counts.kept()), keptColour, 0.9, false);
     legend.note(grouped(counts.inside) + " inside");
     legend.note(grouped(counts.onBoundary) + " on an edge");
     legend.skip(6.0);
     legend.entry("outside: " + grouped(counts.outside), droppedColour, 0.9, false);
-    legend.entry("polygons: " + grouped(report.polygons.size()), outlineColour, fillAlpha, true);
+    legend.entry("polygons: " + groupedSize(report.polygons.size()), outlineColour, fillAlpha,
+                 true);
     legend.skip(6.0);
     legend.note("not read: " + grouped(counts.unparsed) + " records");
-    legend.note("files: " + grouped(takenFiles(report)) + " of " + grouped(report.files.size()) +
-                " taken");
+    legend.note("files: " + groupedSize(takenFiles(report)) + " of " +
+                groupedSize(report.files.size()) + " taken");
     legend.skip(14.0);
 }
 

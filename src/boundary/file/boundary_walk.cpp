@@ -63,6 +63,7 @@ private:
                 return false;
             }
             polygon.vertexIndices.push_back(model_.addVertex(vertex));
+            sink_.onPoint(document_);
         }
         return true;
     }

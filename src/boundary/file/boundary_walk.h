@@ -10,6 +10,8 @@
 
 namespace veldtrim {
 
+class CMarkupSTL;
+
 /// Why a boundary file was not read to its end. The views are valid only during the call that
 /// hands the fault over.
 struct BoundaryFault {
@@ -48,6 +50,9 @@ public:
 
     /// The start of a polygon.
     virtual void onPolygon(std::int32_t /*id*/) {}
+
+    /// A point that was read: the child position of the document.
+    virtual void onPoint(const CMarkupSTL& /*document*/) {}
 
     /// The end of that polygon, which now belongs to the model.
     virtual void onPolygonRead(std::size_t /*points*/) {}

@@ -110,6 +110,11 @@ public:
     /// The last parse error of this object. A later success does not clear it.
     [[nodiscard]] const std::string& getParseError() const { return parseError; }
 
+    /// The place of that error: its line and its byte in the line, both from 1; 0 if there was
+    /// none. For a missing end tag, this is the place of the start tag.
+    [[nodiscard]] std::int32_t getParseErrorLine() const { return parseErrorLine; }
+    [[nodiscard]] std::int32_t getParseErrorColumn() const { return parseErrorColumn; }
+
     /// The document's text.
     [[nodiscard]] const std::string& getDocText() const { return docText; }
 
@@ -124,7 +129,8 @@ private:
     std::int32_t openElement(std::int32_t parent);
     bool closeElement(std::int32_t element);
     std::int32_t skipNode(std::int32_t& offset) const;
-    std::int32_t recordParseError(std::string_view format, std::string_view name = {});
+    std::int32_t recordParseError(std::string_view format, std::int32_t offset,
+                                  std::string_view name = {});
 
     [[nodiscard]] ElementPosition& at(std::int32_t index) {
         return elements[static_cast<std::size_t>(index)];
@@ -146,6 +152,8 @@ private:
     std::int32_t childPos = 0;
     std::int32_t freePos = 1;
     std::int32_t nodeKind = 0; ///< 1 if the main position is an element
+    std::int32_t parseErrorLine = 0;
+    std::int32_t parseErrorColumn = 0;
     std::unique_ptr<AttributeSearch> attributeSearch;
 };
 

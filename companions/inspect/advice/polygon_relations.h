@@ -1,0 +1,26 @@
+/// How the polygons of a model lie to each other.
+#pragma once
+
+#include "boundary/model/boundary_model.h"
+#include "inspect/polygon_finder.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace veldtrim {
+
+/// A sentence on one polygon.
+struct PolygonRemark {
+    std::size_t polygon = 0; ///< its position in the model
+    std::string text;
+};
+
+/// Sentences on polygons inside another one, which cut no hole, and on polygons that share an edge
+/// that is neither horizontal nor vertical. `ids` are those of the polygons.
+///
+/// Compares at most a fixed number of vertices, so that very large models may get fewer sentences.
+std::vector<PolygonRemark> remarksOnRelations(const BoundaryModel& model, PolygonFinder& finder,
+                                              const std::vector<std::int32_t>& ids);
+
+} // namespace veldtrim
