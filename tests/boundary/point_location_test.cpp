@@ -112,8 +112,9 @@ TEST(PointLocation, AgreesWithExactArithmeticOnGrids) {
         for (std::size_t size = 3 + random() % 8; ring.size() < size;) {
             ring.push_back(at);
             for (double* coordinate : {&at.x, &at.y}) {
-                const double span = std::ldexp(random() % 2 == 0 ? 1 : -1, random() % 4);
-                *coordinate = std::clamp(*coordinate + (random() % 3 == 0 ? 0 : span), 0.0, 8.0);
+                const double span = 1 << (random() % 4);
+                const double step = random() % 3 == 0 ? 0 : random() % 2 == 0 ? span : -span;
+                *coordinate = std::clamp(*coordinate + step, 0.0, 8.0);
             }
         }
         SCOPED_TRACE(round);

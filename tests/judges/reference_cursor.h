@@ -93,7 +93,7 @@ public:
 private:
     const ElementPosition& at(int index) { return markup_.at(index); }
 
-    std::string cut(int from, int to) {
+    std::string cut(int from, int to) const {
         return markup_.text.substr(static_cast<std::size_t>(from),
                                    static_cast<std::size_t>(to - from));
     }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -59,7 +60,7 @@ TEST(Thinning, skipsNothingButWhatIsNotNews) {
     std::array<StretchScale, 3> scales{};
     int skipped = 0;
     int delivered = 0;
-    for (int round = 0; round < 30'000; ++round) {
+    for (std::size_t round = 0; round < 30'000; ++round) {
         auto& stretch = stretches[round % 3];
         StretchScale& scale = scales[round % 3];
         if (!stretch || oneIn(3)) {

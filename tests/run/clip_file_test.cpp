@@ -18,18 +18,18 @@ class ClipFile : public testing::Test {
 protected:
     std::int32_t clip(const std::string& input, std::int32_t records) {
         pulsenote_recorder::clear();
-        return clipFile(model_, directory_.write("in.txt", input), output_, records, 0, 1);
+        return clipFile(model, directory.write("in.txt", input), outputPath, records, 0, 1);
     }
 
     std::string output() {
-        std::string bytes = test::readBytes(output_);
+        std::string bytes = test::readBytes(outputPath);
         std::erase(bytes, '\r');
         return bytes;
     }
 
-    test::TemporaryDirectory directory_;
-    std::string output_ = directory_.path("out.txt");
-    BoundaryModel model_ = test::modelOf({{{0, 0}, {10, 0}, {10, 10}, {0, 10}}});
+    test::TemporaryDirectory directory;
+    std::string outputPath = directory.path("out.txt");
+    BoundaryModel model = test::modelOf({{{0, 0}, {10, 0}, {10, 10}, {0, 10}}});
 };
 
 TEST_F(ClipFile, ReadsAsManyRecordsAsItIsTold) {
@@ -54,7 +54,7 @@ TEST_F(ClipFile, KeepsRecordsOneByOneWhateverIsReadAhead) {
             std::to_string(random() % 16) + ";7" + rests[random() % rests.size()];
         input += line + "\n";
         ElevationPoint point;
-        if (parseRecord(line, 'x', ';', point) && model_.isInBoundary(point)) {
+        if (parseRecord(line, 'x', ';', point) && model.isInBoundary(point)) {
             expected += line.substr(0, line.find('\r')) + "\n";
             ++kept;
         }
@@ -70,12 +70,12 @@ TEST_F(ClipFile, WritesARecordAfterItsProgressAndBeforeTheNext) {
     for (int i = 0; i < 200; ++i) {
         input += "50;5;1\n5;5;1\n5;5;1\n";
     }
-    const std::string path = directory_.write("in.txt", input);
+    const std::string path = directory.write("in.txt", input);
     pulsenote_recorder::tellSteps([&](int step) {
         const int keptBefore = step - (step + 2) / 3;
         EXPECT_EQ(output().size(), static_cast<std::size_t>(6 + 6 * keptBefore)) << step;
     });
-    EXPECT_EQ(clipFile(model_, path, output_, 600, 0, 1), 400);
+    EXPECT_EQ(clipFile(model, path, outputPath, 600, 0, 1), 400);
     pulsenote_recorder::clear();
 }
 
@@ -86,7 +86,7 @@ TEST_F(ClipFile, SaysWhyItLeavesAnEmptyFile) {
 }
 
 TEST_F(ClipFile, CountsRecordsThatHaveNowhereToGo) {
-    output_ = directory_.path("no/such/directory/out.txt");
+    outputPath = directory.path("no/such/directory/out.txt");
     EXPECT_EQ(clip("x;y;z\n1;1;1\n", 1), 1);
 }
 

@@ -27,13 +27,13 @@ protected:
         for (int i = 0; i < records; ++i) {
             bytes += "7;0;0\n";
         }
-        static_cast<void>(directory_.write("scans/" + name, bytes));
+        static_cast<void>(directory.write("scans/" + name, bytes));
     }
 
     int clip(std::vector<const char*> more = {"-pipe"}) {
-        const std::string scans = directory_.path("scans");
+        const std::string scans = directory.path("scans");
         const std::string boundaryFile =
-            directory_.write("boundary.xml", "<project><TavelDGM/></project>");
+            directory.write("boundary.xml", "<project><TavelDGM/></project>");
         std::vector<const char*> argv{"Veldtrim", scans.c_str(), "clipped", boundaryFile.c_str()};
         argv.insert(argv.end(), more.begin(), more.end());
         clear();
@@ -58,7 +58,7 @@ protected:
         return events;
     }
 
-    test::TemporaryDirectory directory_;
+    test::TemporaryDirectory directory;
 };
 
 TEST_F(MessageSequence, OfAWrongCommandLine) {
@@ -86,10 +86,10 @@ TEST_F(MessageSequence, OfTwoFiles) {
 TEST_F(MessageSequence, WithoutRecordsStandsAtZero) {
     for (const auto& [header, begin] :
          {std::pair{"x;y;z", "begin 0 0 -1"}, std::pair{"x;y;z\n", "begin 0 0 0"}}) {
-        static_cast<void>(directory_.write("scans/header.txt", header));
+        static_cast<void>(directory.write("scans/header.txt", header));
         EXPECT_EQ(clip(), 0);
         EXPECT_EQ(events(), clipping({{begin, 0}}));
-        std::filesystem::remove_all(directory_.path("clipped"));
+        std::filesystem::remove_all(directory.path("clipped"));
     }
 }
 
