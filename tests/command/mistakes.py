@@ -125,7 +125,7 @@ RECORDS = [
     header("node number", "nr;x;y;z", "names a column before x", NUMBERED, FINISHED),
     header("node names", "n;x;y;z", "names a column before x", NUMBERED, FINISHED),
     header("node counts", "n12;", "it counts 1, 2, 3", NUMBERED, FINISHED),
-    header("short node header", "n", "names the separator as its fourth character",
+    header("short node header", "n", "names the separator as its character number 4",
            run=FINISHED),
     header("other separator", "x,y,z", 'the records are separated by ";"', run=FINISHED),
     header("decimal commas", "x;y;z", '"5,5" is read as 5. Write', "5,5;5,5;1\n9,9;9,9;2\n",

@@ -32,7 +32,7 @@ def unread(*faults, first=2):
 
 # content of a scan (by its ending), and what the report on it says
 FILES = [
-    (".csv", HEADER, {"taken": False, "reason": "its name does not end in .txt, .xyz or .node"}),
+    (".csv", HEADER, {"taken": False}),
     (".xyz", "", {"taken": False, "reason": REASONS["no header"]}),
     (".txt", "# points\n", {"taken": False, "reason": REASONS["first character"]}),
     (".xyz", HEADER + "5,5;5,5;1\n", {"decimalCommas": True, "lastLineUnread": False}),

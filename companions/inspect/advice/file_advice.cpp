@@ -136,6 +136,11 @@ void adviseOnCommas(const FileReport& file, const std::string& path,
                   ". Write decimal points: " + commandFor("sed -i '2,$s/,/./g' {}", path));
 }
 
+std::string nodeSeparatorRule() {
+    return "a node header names the separator as its character number " +
+           std::to_string(nodeSeparatorIndex + 1);
+}
+
 /// Adds advice on a file without any readable record.
 void adviseOnRecords(const FileReport& file, const std::string& path,
                      std::vector<std::string>& advice) {
@@ -152,14 +157,11 @@ void adviseOnRecords(const FileReport& file, const std::string& path,
         advice.push_back(
             (file.header.hasSeparator()
                  ? "the header names the separator " + describeSeparator(file.header.separator)
-                 : "a node header names the separator as its fourth character, and " +
-                       quoted(header) + " has none") +
+                 : nodeSeparatorRule() + ", and " + quoted(header) + " has none") +
             ", but the records are separated by " + describeSeparator(separator) +
             ". Replace the header: " + replaceHeader(separator, hasG, path));
     } else if (!file.header.hasSeparator()) {
-        advice.emplace_back(
-            "a node header names the separator as its fourth character; without it no "
-            "record is read");
+        advice.push_back(nodeSeparatorRule() + "; without it no record is read");
     } else {
         advice.emplace_back(
             "none of its records can be read: compare the lines named above with the "
