@@ -10,7 +10,8 @@ import json
 import zipfile
 from typing import NamedTuple
 
-from harness import SCAN, SQUARE, SQUARE_XML, Link, boundary_file, boundary_xml
+from harness import SCAN, SQUARE, SQUARE_XML, Link, boundary_xml
+from model import node_header
 
 SKIPS = "Skipping input file"
 NOT_FOUND = "Boundary file named boundary.xml not found"
@@ -124,8 +125,8 @@ NAMES = [
 RECORDS = [
     header("node number", "nr;x;y;z", "names a column before x", NUMBERED, FINISHED),
     header("node names", "n;x;y;z", "names a column before x", NUMBERED, FINISHED),
-    header("node counts", "n12;", "it counts 1, 2, 3", NUMBERED, FINISHED),
-    header("short node header", "n", "names the separator as its character number 4",
+    header("node counts", node_header(), "it counts 1, 2, 3", NUMBERED, FINISHED),
+    header("short node header", "n", "names the separator as its character number",
            run=FINISHED),
     header("other separator", "x,y,z", 'the records are separated by ";"', run=FINISHED),
     header("decimal commas", "x;y;z", '"5,5" is read as 5. Write', "5,5;5,5;1\n9,9;9,9;2\n",
@@ -208,4 +209,3 @@ APART = [
           mends=False),
 ]
 MISTAKES = HEADERS + NAMES + RECORDS + BOUNDARIES + RINGS + APART
-SOUND = boundary_file(("boundaries", {1: SQUARE}))[0]
