@@ -17,7 +17,7 @@ function(veldtrim_add_man_page name component)
     COMMAND "${VELDTRIM_PANDOC}" --standalone --from markdown-smart --to man
       --variable "footer=Veldtrim ${PROJECT_VERSION}"
       --output "${PROJECT_BINARY_DIR}/man/${name}.1" "${source}"
-    # Without name and time in the archive, the same source gives the same bytes.
+    # -n omits name and time, so that the same source gives the same bytes.
     COMMAND "${VELDTRIM_GZIP}" -9nf "${PROJECT_BINARY_DIR}/man/${name}.1"
     DEPENDS "${source}"
     VERBATIM)

@@ -12,7 +12,7 @@ import sys
 
 
 def messages(stream):
-    """The messages on Veldtrim's standard error, one JSON object per line."""
+    """Yields the messages on Veldtrim's standard error, one JSON object per line."""
     for line in stream:
         try:
             message = json.loads(line)
@@ -28,14 +28,14 @@ def show(message):
         print(f"{message['position']:5.1f} %", end="\r", flush=True)
     elif kind in ("state", "error", "failed", "finish"):
         print(f"{kind}: {message['text'].rstrip()}")
-    # Other kinds are skipped: later versions may add some.
+    # Other kinds are ignored, because later versions may add some.
 
 
 def main(arguments):
     if len(arguments) != 4:
         print(__doc__.strip(), file=sys.stderr)
         return 2
-    # Standard output carries lines for a person, which a host does not need.
+    # Standard output has lines for people, which a host does not need.
     with subprocess.Popen(
         [*arguments, "-pipe"],
         stdout=subprocess.DEVNULL,

@@ -98,7 +98,7 @@ void Outlet::deliver(double position, bool flag) noexcept {
         } else if (showsProgress_) {
             const std::size_t width = standardErrorWidth();
             const auto now = std::chrono::steady_clock::now();
-            // At the end the line has nothing more to say, and the terminal is free for others.
+            // At the end, the line is no longer needed, and other programs may use the terminal.
             writeToStandardError(position >= 100.0 ? terminalProgress_.end(width)
                                                    : terminalProgress_.draw(position, now, width));
         }

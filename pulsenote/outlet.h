@@ -36,12 +36,12 @@ public:
     /// Begins a stretch of progress, with the arguments of ProgressMessage.
     void beginStretch(double start, double end, int steps) noexcept;
 
-    /// Delivers a position that is news, or keeps it until the form is known. In the form for a
-    /// person, it is shown only on a terminal.
+    /// Delivers a position, or keeps it until the form is known. In the form for a person, it is
+    /// shown only on a terminal.
     void sendProgress(double position, bool flag) noexcept;
 
-    /// To be called when the process ends: delivers the waiting messages, in the form for a person,
-    /// and removes the progress line. Messages that are sent later are delivered at once.
+    /// Must be called when the process ends. Delivers the messages that still wait, in the form for
+    /// a person, and removes the progress line. Later messages are delivered at once.
     void finish() noexcept;
 
 private:

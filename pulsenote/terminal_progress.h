@@ -1,4 +1,4 @@
-/// What a terminal shows of the progress. Neither writes nor reads a clock.
+/// Composes the progress line of a terminal. Does not write anything and does not read a clock.
 #pragma once
 
 #include <chrono>
@@ -11,8 +11,8 @@ namespace veldtrim::pulsenote {
 /// One line that is redrawn in place, at most ten times a second: a bar, the percentage, records
 /// per second and the time left, or fewer of these on a narrow terminal.
 ///
-/// Nothing else may be on the cursor's line: before writing anything else, write what `erase`
-/// returns. The texts consist of carriage returns and printable ASCII.
+/// Nothing else may be on the cursor's line: before you write anything else, write the result of
+/// `erase`. The texts consist of carriage returns and printable ASCII.
 class TerminalProgress {
 public:
     using Time = std::chrono::steady_clock::time_point;
@@ -22,20 +22,20 @@ public:
     /// ends; otherwise they are something else.
     void beginStretch(double start, double end, int steps, Time now);
 
-    /// What to write to show `position` on the scale of 0 to 100; positions outside the scale are
-    /// shown as its nearer end. `width` is the width of the terminal in columns. Empty if the line
-    /// would not change, or if it was last drawn less than a tenth of a second ago.
+    /// Returns the text that shows `position` on the scale of 0 to 100; a position outside the
+    /// scale is shown as its nearer end. `width` is the width of the terminal in columns. The text
+    /// is empty if the line would not change or was last drawn less than a tenth of a second ago.
     std::string draw(double position, Time now, std::size_t width);
 
-    /// What to write to remove the line and return the cursor to its start; empty if no line is
-    /// shown.
+    /// Returns the text that removes the line and moves the cursor to its start. It is empty if no
+    /// line is shown.
     std::string erase(std::size_t width);
 
-    /// What to write to show again the line that `erase` removed; empty if it removed none, or if
-    /// the terminal is now too narrow for it.
+    /// Returns the text that shows the line again that `erase` removed. It is empty if `erase`
+    /// removed none, or if the terminal is now too narrow for it.
     std::string restore(std::size_t width);
 
-    /// What to write to remove the line for good: `restore` does not show it again.
+    /// Returns the text that removes the line for good: `restore` does not show it again.
     std::string end(std::size_t width);
 
 private:

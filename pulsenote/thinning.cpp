@@ -38,8 +38,8 @@ double toThousandths(double position) {
     return position < scaleEnd && rounded >= scaleEnd ? lastBeforeEnd : rounded;
 }
 
-/// Estimates the last step from `step` on that is not news: one step before the unrounded positions
-/// leave the quiet interval, because rounding can shift that by one step.
+/// Estimates the last step that is not news, beginning at `step`: one step before the unrounded
+/// positions leave the quiet interval, because rounding can shift that by one step.
 int estimateLastQuiet(const StretchScale& scale, int step, double last) {
     const double perStep = scale.steps > 0 ? (scale.end - scale.start) / scale.steps : 0.0;
     double limit = last + std::copysign(newsDistance, perStep);
@@ -54,9 +54,9 @@ int estimateLastQuiet(const StretchScale& scale, int step, double last) {
     return room < static_cast<double>(largest) - step ? static_cast<int>(step + room) : largest;
 }
 
-/// Steps from `step` on that are not news after `last`; none if `step` itself is news. There may be
-/// more of them. It is enough to check the two ends: positions move in one direction, so all steps
-/// between two steps in the quiet interval are in it too.
+/// Returns a range of steps, beginning at `step`, that are not news after `last`. It may end early,
+/// and is empty if `step` is news. It is enough to check both ends: positions move in one
+/// direction, so all steps between two steps in the quiet interval are in it too.
 StepRange quietSteps(const StretchScale& scale, int step, double last) {
     if (!isQuiet(scale.position(step), last)) {
         return {};

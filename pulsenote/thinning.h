@@ -13,27 +13,27 @@ struct StretchScale {
     int steps;
 
     /// The position to deliver: start + (end - start) * step / steps, or `start` if `steps` is not
-    /// positive. It is rounded to the nearest thousandth, but never up to 100, which says that the
+    /// positive. It is rounded to the nearest thousandth, but never up to 100, which means that the
     /// end is reached.
     ///
-    /// It is not finite if the numbers of the stretch lead to that. As `step` increases, it never
-    /// decreases if end >= start, and otherwise never increases.
+    /// It may be infinite or NaN, depending on the numbers of the stretch. As `step` increases, it
+    /// never decreases if end >= start, and otherwise never increases.
     [[nodiscard]] double position(int step) const;
 };
 
-/// Whether `position` is to be delivered after `last`, the position delivered last, if any.
+/// Whether `position` must be delivered after `last`, the position delivered last, if any.
 ///
-/// Delivered are the first position, each position that differs from the last by at least 0.1, and
-/// 100 unless it was the last. A position that is not finite is never delivered.
+/// A position is news if it is the first, if it differs from the last by at least 0.1, or if it is
+/// 100 and the last was not. A position that is not finite is never news.
 bool isNews(double position, std::optional<double> last);
 
-/// A range of consecutive step numbers, empty at first.
+/// A range of consecutive step numbers, empty by default.
 class StepRange {
 public:
     StepRange() = default;
 
-    /// The steps from `first` to `last`, both included; first <= last. If these are the smallest
-    /// and the largest int, `last` is left out.
+    /// The steps from `first` to `last`, both included. `first` must not exceed `last`. If they are
+    /// the smallest and the largest int, the range excludes `last`.
     StepRange(int first, int last);
 
     [[nodiscard]] bool contains(int step) const {
@@ -47,11 +47,11 @@ private:
 
 class Stretch;
 
-/// What the stretches of a process share.
+/// The state that all stretches of the process share.
 struct Thinning {
     /// The position that was delivered last.
     std::optional<double> last;
-    /// The only stretch with quiet steps: those of the others were found for an earlier `last`.
+    /// The only stretch with quiet steps, because those found for an earlier `last` are invalid.
     Stretch* quietStretch = nullptr;
 };
 
@@ -68,8 +68,8 @@ public:
     /// steps if they are reached in increasing order.
     [[nodiscard]] bool isQuiet(int step) const { return quiet_.contains(step); }
 
-    /// The position that the caller must deliver now that `step` is reached; none if it is not
-    /// news.
+    /// Returns the position that the caller must deliver after reaching `step`, or nothing if it is
+    /// not news.
     std::optional<double> reach(int step);
 
 private:

@@ -11,7 +11,7 @@ namespace veldtrim {
 
 namespace {
 
-/// What is wrong with the attribute at fault, which should be `kind`.
+/// Describes what is wrong with the faulty attribute, which should be `kind`.
 std::string describeAttribute(const BoundaryFault& fault, const char* kind) {
     const std::string name = fault.attribute;
     return fault.value.empty()

@@ -1,4 +1,4 @@
-/// What an inspection notes while the boundary file is read.
+/// Collects what an inspection needs while the boundary file is read.
 #pragma once
 
 #include "boundary/file/boundary_walk.h"
@@ -9,11 +9,11 @@
 
 namespace veldtrim {
 
-/// Collects what the model does not hold: the ids of the polygons, the types of the groups, decimal
-/// commas, and the failure.
+/// Collects what the model does not store: the ids of the polygons, the types of the groups,
+/// decimal commas, and the failure, if any.
 class BoundaryContents : public BoundarySink {
 public:
-    /// `path` is that of the boundary file.
+    /// `path` is the path of the boundary file.
     explicit BoundaryContents(std::string path) : path_(std::move(path)) {}
 
     void onGroup(std::string_view type, bool isRead) override;
@@ -21,7 +21,7 @@ public:
     void onPoint(const CMarkupSTL& document) override;
     void onFault(const BoundaryFault& fault) override;
 
-    /// The ids in document order; on success one for each polygon of the model.
+    /// The ids in document order. After success, there is one for each polygon of the model.
     [[nodiscard]] const std::vector<std::int32_t>& polygonIds() const { return polygonIds_; }
 
     /// The first few types of groups, each once.
@@ -33,7 +33,7 @@ public:
     /// The first coordinate with a decimal comma; empty if there is none.
     [[nodiscard]] const std::string& decimalComma() const { return decimalComma_; }
 
-    /// A sentence on why the file cannot be read, without a full stop; empty when it can.
+    /// Why the file cannot be read, as a sentence without a full stop; empty if it can.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
     /// What to do about the failure; may be empty.

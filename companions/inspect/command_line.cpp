@@ -32,8 +32,8 @@ struct Arguments {
     bool all = false;
 };
 
-/// Throws std::system_error, which names the file and the reason, if it cannot be written. A file
-/// that exists is left as it is.
+/// Throws std::system_error, which names the file and the reason, if the file cannot be written.
+/// Does not change an existing file.
 void checkThatFileCanBeWritten(const std::string& path) {
     const bool isNew = !std::ifstream(path).is_open();
     errno = 0;

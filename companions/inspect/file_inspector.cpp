@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::size_t mostUnparsedLines = 5;
 
-/// Records that are searched for decimal commas and for a count in the first column: they are
-/// everywhere in a file or nowhere.
+/// Only about this many records are searched for decimal commas and for a count in the first
+/// column, because a file has them everywhere or nowhere.
 constexpr std::int64_t recordsToSample = 1000;
 
 void countLineEnd(const Line& line, FileReport& report) {
@@ -28,7 +28,7 @@ void countLineEnd(const Line& line, FileReport& report) {
     report.carriageReturnLineFeeds += size == 2 ? 1 : 0;
 }
 
-/// The records that were read so far.
+/// Returns the number of records that have been read so far.
 std::int64_t readable(const FileReport& report) {
     return report.counts.kept() + report.counts.outside;
 }
@@ -73,7 +73,7 @@ void FileInspector::readRecords(const std::string& path, FileReport& report,
     countLineEnd(line, report);
     std::string errorText;
     if (!readHeader(line.text, report.header, errorText)) {
-        return; // the file has changed since `look`
+        return; // the file has changed since `look` read it
     }
     report.firstColumns = firstColumnsOf(line.text, report.header);
     RecordReader records(input, report.header, model_, report.recordCount);
@@ -99,8 +99,8 @@ void FileInspector::inspectRecord(const Record& record, std::int64_t number, Fil
             report.firstUnparsed.push_back({number, reasonNotParsed(line, report.header)});
         }
     }
-    if (number <= recordsToSample && hasDecimalComma(line, report.header)) {
-        ++report.decimalCommas;
+    if (number <= recordsToSample && report.decimalComma.empty()) {
+        report.decimalComma = findDecimalComma(line, report.header);
     }
 }
 
@@ -128,8 +128,8 @@ void FileInspector::inspectPoint(const Record& record, FileReport& report) {
     }
 }
 
-/// Counts the point for each polygon that contains it. Returns whether it is inside one of them,
-/// not only on edges.
+/// Counts the point for each polygon that contains it. Returns whether it is inside any of them
+/// rather than only on edges.
 bool FileInspector::findPolygons(const ElevationPoint& point) {
     bool isInside = false;
     for (const std::uint32_t polygon : finder_.candidates(point)) {

@@ -1,6 +1,7 @@
 #include "inspect/hints.h"
 
 #include "inspect/advice/bounds_advice.h"
+#include "inspect/advice/shell_command.h"
 #include "inspect/wording.h"
 
 #include <algorithm>
@@ -8,6 +9,22 @@
 namespace veldtrim {
 
 namespace {
+
+std::string adviceOnSubdirectories(const Report& report) {
+    constexpr std::size_t mostNames = 8;
+    std::string list;
+    for (std::size_t i = 0; i < report.subdirectories.size() && i < mostNames; ++i) {
+        list += (i == 0 ? "" : ", ") + printable(report.subdirectories[i]);
+    }
+    const std::size_t more =
+        report.subdirectories.size() - std::min(report.subdirectories.size(), mostNames);
+    list += more == 0 ? "" : " and " + std::to_string(more) + " more";
+    // With -n, files of the same name are left where they are.
+    return "a run does not read subdirectories, and there are files with accepted endings in " +
+           list + ". Clip each of them by itself, or move the files up: " +
+           commandFor("mv -n {}/* ", report.subdirectories.front()) +
+           commandFor("{}", report.inputDirectory);
+}
 
 void addHintsOnFiles(const Report& report, std::vector<std::string>& hints) {
     const auto count = [&](auto holds) {
@@ -36,12 +53,12 @@ bool keepsLittle(const Report& report) {
 }
 
 std::vector<std::string> findHints(const Report& report) {
-    std::vector<std::string> hints = adviceOnBounds(report.pointBounds, report.modelBounds);
+    std::vector<std::string> hints;
+    if (!hasWrongPoints(report)) {
+        hints = adviceOnBounds(report.pointBounds, report.modelBounds, report.boundaryFile);
+    }
     if (!report.subdirectories.empty()) {
-        hints.push_back(
-            "a run does not read subdirectories; " + printable(report.subdirectories.front()) +
-            " holds files with accepted endings. Inspect and clip it by itself, or move "
-            "the files");
+        hints.push_back(adviceOnSubdirectories(report));
     }
     addHintsOnFiles(report, hints);
     return hints;

@@ -1,4 +1,4 @@
-/// Hints at what is likely wrong with a workspace.
+/// Finds likely mistakes in a workspace.
 #pragma once
 
 #include "inspect/report.h"
@@ -11,7 +11,8 @@ namespace veldtrim {
 /// Whether so few points would be kept that points and boundaries probably do not fit together.
 bool keepsLittle(const Report& report);
 
-/// Sentences on what is likely wrong, the likeliest first; none for a sound workspace.
+/// Returns sentences that say what is probably wrong, the most likely first. The result is empty
+/// for a sound workspace.
 std::vector<std::string> findHints(const Report& report);
 
 } // namespace veldtrim

@@ -9,6 +9,7 @@
 #include "inspect/hints.h"
 #include "inspect/polygon_finder.h"
 #include "inspect/ring_check.h"
+#include "run/clip_workspace.h"
 #include "run/input_files.h"
 #include "status/report_state.h"
 
@@ -31,7 +32,7 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-/// As the run splits the path of its input directory.
+/// Returns why the input directory cannot be used; empty if it can. Splits the path as a run does.
 std::string directoryFailure(const fs::path& path) {
     const fs::path workspace = path.parent_path();
     if (!fs::is_directory(workspace)) {
@@ -47,7 +48,7 @@ std::string directoryFailure(const fs::path& path) {
                                   : " does not exist");
 }
 
-/// Whether the paths look as if they were given in the wrong order.
+/// Whether the two paths seem to be in the wrong order.
 bool areExchanged(const std::string& inputDirectory, const std::string& boundaryFile) {
     boost::system::error_code error;
     return fs::is_directory(boundaryFile, error) && !fs::is_directory(inputDirectory, error);
@@ -76,7 +77,7 @@ void remarkOnPolygonsApart(Report& report) {
             std::any_of(report.files.begin(), report.files.end(), [&](const FileReport& file) {
                 return polygon.bounds.overlaps(file.bounds);
             });
-        if (!overlaps && polygon.vertices > 0) {
+        if (!overlaps && polygon.vertices > 0 && !report.pointBounds.isEmpty()) {
             polygon.remarks.emplace_back("it lies outside the bounds of every file");
         }
     }
@@ -89,12 +90,18 @@ void describeRelations(Inspection& inspection, PolygonFinder& finder,
     }
 }
 
-/// The subdirectories that hold a file with an accepted ending.
+/// Whether the directory is one that a run has written.
+bool isOutputDirectory(const fs::path& directory) {
+    boost::system::error_code error;
+    return fs::exists(directory / totalFileName, error);
+}
+
+/// The subdirectories that hold a file with an accepted ending, except those that a run wrote.
 std::vector<std::string> findSubdirectories(const fs::path& directory) {
     std::vector<std::string> found;
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
         boost::system::error_code error;
-        if (!fs::is_directory(entry.path(), error)) {
+        if (!fs::is_directory(entry.path(), error) || isOutputDirectory(entry.path())) {
             continue;
         }
         for (fs::directory_iterator inner(entry.path(), error); inner != fs::directory_iterator();
@@ -109,7 +116,7 @@ std::vector<std::string> findSubdirectories(const fs::path& directory) {
     return found;
 }
 
-/// Reads the records of all files that a run takes, with its progress.
+/// Reads the records of all files that a run would take, and reports progress as a run does.
 void readFiles(const std::vector<std::string>& paths, FileInspector& inspector, Report& report) {
     double total = 0.0;
     for (const FileReport& file : report.files) {

@@ -13,11 +13,11 @@ namespace veldtrim {
 struct Inspection {
     Report report;
     BoundaryModel model;
-    std::unique_ptr<Density> density; ///< only where one was asked for
+    std::unique_ptr<Density> density; ///< null unless requested
 };
 
-/// Reads what a run with these arguments would read, and writes nothing. Failed checks are part of
-/// the report. Throws std::bad_alloc for lack of memory.
+/// Reads what a run with these arguments would read, but writes nothing. The report contains failed
+/// checks and failures of the system. Throws std::bad_alloc if memory runs out.
 Inspection inspectWorkspace(const std::string& inputDirectory, const std::string& boundaryFile,
                             bool withDensity);
 

@@ -10,12 +10,13 @@ namespace veldtrim {
 
 namespace {
 
-/// How far beyond its bounds a polygon is looked for: further than it holds points.
+/// How far outside its bounds a polygon is a candidate: farther than it can contain points.
 constexpr double margin = 10 * pretestTolerance;
 
 constexpr std::size_t mostCellsInARow = 256;
 
-/// A monotone function of `value`: what lies between two values lies between their cells.
+/// Returns the cell of `value`, as a monotone function: a value between two others is assigned to
+/// their cells or one between them.
 std::size_t cellOf(double value, double low, double high, std::size_t side) {
     const double share = (value - low) / (high - low) * static_cast<double>(side);
     if (!(share > 0.0)) {
@@ -60,7 +61,8 @@ PolygonFinder::Cells PolygonFinder::cellsOf(const BoundingBox& bounds) const {
             row(bounds.yMax + margin)};
 }
 
-/// Sorts the polygons into the cells; where large ones would fill too many, into fewer.
+/// Assigns the polygons to cells. Reduces the number of cells if large polygons would fill too
+/// many.
 void PolygonFinder::sort() {
     const std::size_t most = 16 * polygons_.size() + 4096;
     std::size_t members = 0;

@@ -1,4 +1,4 @@
-/// Finds every polygon that holds a point, not only the first.
+/// Finds every polygon that contains a point, not only the first.
 #pragma once
 
 #include "boundary/index/lazy_point_index.h"
@@ -11,17 +11,17 @@
 
 namespace veldtrim {
 
-/// The polygons of a model, found through a grid over their bounds.
+/// Finds polygons of a model with a grid over their bounds.
 class PolygonFinder {
 public:
     /// `model` must outlive the finder and not change.
     explicit PolygonFinder(const BoundaryModel& model);
 
-    /// The polygons that may hold the point, by their positions in the model; no other polygon
-    /// does.
+    /// Returns the positions in the model of the polygons that may contain the point. No other
+    /// polygon contains it.
     [[nodiscard]] std::span<const std::uint32_t> candidates(const ElevationPoint& point) const;
 
-    /// The point test of the clipping run, for one polygon.
+    /// Applies the point test of a run to one polygon.
     PointLocation locate(std::uint32_t polygon, const ElevationPoint& point) {
         return indexes_[polygon].locate({&polygons_[polygon], 1}, *vertices_, point);
     }
@@ -39,12 +39,12 @@ private:
     void sort();
 
     std::vector<BoundaryPolygon> polygons_;
-    std::vector<LazyPointIndex> indexes_; ///< of each polygon
+    std::vector<LazyPointIndex> indexes_; ///< one for each polygon
     const std::vector<BoundaryVertex>* vertices_;
     BoundingBox region_;
     std::size_t side_ = 1; ///< cells in a row and in a column
     std::vector<std::uint32_t> starts_;
-    std::vector<std::uint32_t> members_; ///< of cell i: from starts_[i] to starts_[i + 1]
+    std::vector<std::uint32_t> members_; ///< those of cell i: from starts_[i] to starts_[i + 1]
 };
 
 } // namespace veldtrim

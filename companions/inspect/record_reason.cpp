@@ -17,8 +17,8 @@ bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// Where the first field of `text` ends: at the separator, or, where that is a blank, at the end of
-/// the first word. npos when no other field follows.
+/// Returns where the first field of `text` ends: at the separator or, if that is a blank, at the
+/// end of the first word. Returns npos if no other field follows.
 std::size_t endOfFirstField(std::string_view text, char separator) {
     if (separator != ' ') {
         return text.find(separator);
@@ -27,8 +27,8 @@ std::size_t endOfFirstField(std::string_view text, char separator) {
     return word == std::string_view::npos ? word : text.find_first_of(blanks, word);
 }
 
-/// The complaint about a field at the start of `rest`. Where blanks separate the fields, those
-/// before it are not part of it.
+/// Returns the reason for a field at the start of `rest` that is not a number. If blanks separate
+/// the fields, leading blanks are not part of the field.
 std::string notNumber(const char* name, std::string_view rest, char separator) {
     if (separator == ' ') {
         rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
@@ -54,7 +54,7 @@ std::string reasonNotParsed(std::string_view line, ElevationHeader header) {
     case RecordFault::NoX:
         return notNumber("x", rest, header.separator);
     case RecordFault::NoY:
-        // Without a blank before it, what a blank-separated x is followed by belongs to x.
+        // If the separator is a blank, text that follows x without a blank belongs to x.
         return header.separator == ' ' && blanks.find(rest.front()) == std::string_view::npos
                    ? notNumber("x", line, header.separator)
                    : notNumber("y", rest, header.separator);
@@ -68,12 +68,14 @@ std::string reasonNotParsed(std::string_view line, ElevationHeader header) {
                : "the " + separator + " is too far from x";
 }
 
-bool hasDecimalComma(std::string_view record, ElevationHeader header) {
+std::string_view findDecimalComma(std::string_view record, ElevationHeader header) {
     if (header.separator == ',') {
         const auto commas = std::count(record.begin(), record.end(), ',');
-        return header.columns() > 0 && commas + 1 >= 2 * std::ptrdiff_t{header.columns()};
+        return header.columns() > 0 && commas + 1 >= 2 * std::ptrdiff_t{header.columns()}
+                   ? record
+                   : std::string_view();
     }
-    // In the first two fields, between digits.
+    // Looks for a comma between digits in the first two fields.
     std::size_t from = 0;
     for (int field = 0; field < 2 && from < record.size(); ++field) {
         const std::string_view rest = record.substr(from);
@@ -81,11 +83,11 @@ bool hasDecimalComma(std::string_view record, ElevationHeader header) {
         const std::size_t comma = rest.substr(0, end).find(',');
         if (comma != std::string_view::npos && comma > 0 && comma + 1 < end &&
             isDigit(rest[comma - 1]) && isDigit(rest[comma + 1])) {
-            return true;
+            return rest.substr(0, end);
         }
         from += end + 1;
     }
-    return false;
+    return {};
 }
 
 } // namespace veldtrim

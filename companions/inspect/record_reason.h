@@ -1,4 +1,4 @@
-/// Why a line is no record, in words.
+/// Explains why a line is not a record.
 #pragma once
 
 #include "elevation/header.h"
@@ -8,11 +8,13 @@
 
 namespace veldtrim {
 
-/// Why `line` is no record of a file with this header. For a line that is one, the answer has no
-/// meaning.
+/// Returns why `line` is not a record of a file with this header. The result is meaningless if it
+/// is one.
 std::string reasonNotParsed(std::string_view line, ElevationHeader header);
 
-/// Whether x or y of a record seems to be written with a decimal comma, at which reading stops.
-bool hasDecimalComma(std::string_view record, ElevationHeader header);
+/// Returns the first of x and y of a record that seems to have a decimal comma, at which reading
+/// stops. Returns the whole record if commas also separate its fields, and nothing if there is no
+/// decimal comma.
+std::string_view findDecimalComma(std::string_view record, ElevationHeader header);
 
 } // namespace veldtrim

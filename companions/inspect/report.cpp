@@ -17,6 +17,13 @@ std::size_t takenFiles(const Report& report) {
                                                   [](const auto& file) { return file.taken; }));
 }
 
+bool hasWrongPoints(const Report& report) {
+    return std::any_of(report.files.begin(), report.files.end(), [](const FileReport& file) {
+        return file.countsInFirstColumn || file.firstColumns != FirstColumns::Usual ||
+               !file.decimalComma.empty();
+    });
+}
+
 bool hasProblem(const FileReport& file) {
     return !file.taken || file.failed || file.counts.unparsed > 0 || !file.advice.empty();
 }

@@ -1,4 +1,4 @@
-/// What an inspection finds out.
+/// The results of an inspection.
 #pragma once
 
 #include "elevation/header.h"
@@ -17,35 +17,35 @@ struct RecordCounts {
     std::int64_t records = 0; ///< lines that a run reads after the header
     std::int64_t unparsed = 0;
     std::int64_t inside = 0;
-    std::int64_t onBoundary = 0; ///< on the edge of a polygon and inside none
+    std::int64_t onBoundary = 0; ///< on the edge of a polygon, but inside none
     std::int64_t outside = 0;
 
     [[nodiscard]] std::int64_t kept() const { return inside + onBoundary; }
     void add(const RecordCounts& other);
 };
 
-/// A line that is no record.
+/// A line that is not a record.
 struct UnparsedLine {
-    std::int64_t number = 0; ///< in the file, the header being line 1
+    std::int64_t number = 0; ///< in the file; the header is line 1
     std::string reason;
 };
 
 struct FileReport {
     std::string name;
-    std::int32_t recordCount = 0; ///< as the run counts, -1 for a file without a line feed
+    std::int32_t recordCount = 0; ///< as counted by a run; -1 for a file without a line feed
     bool taken = false;
-    std::string reason; ///< why it is left out, or the failure that would end the run
+    std::string reason; ///< why it is skipped, or the failure that would end the run
     bool failed = false;
     ElevationHeader header;
     std::int64_t lineFeeds = 0;
     std::int64_t carriageReturnLineFeeds = 0;
     RecordCounts counts;
     std::vector<UnparsedLine> firstUnparsed;
-    std::int64_t decimalCommas = 0; ///< records whose x or y seems to go on after a comma
-    bool lastLineUnread = false;    ///< text after the last line feed
+    std::string decimalComma;    ///< the first x or y that seems to continue after a comma
+    bool lastLineUnread = false; ///< there is text after the last line feed
     FirstColumns firstColumns = FirstColumns::Usual;
     bool countsInFirstColumn = false; ///< x is 0, 1, 2, ... or 1, 2, 3, ...
-    std::vector<std::string> advice;  ///< what is wrong, and what to do; none for a sound file
+    std::vector<std::string> advice;  ///< what is wrong and what to do; empty for a sound file
     BoundingBox bounds = BoundingBox::empty(); ///< of the points
 };
 
@@ -61,10 +61,10 @@ struct PolygonReport {
 struct Report {
     std::string inputDirectory;
     std::string boundaryFile;
-    /// What would end the run before it reads a record; empty if nothing would.
+    /// Why a run would fail; empty if it would finish.
     std::string failure;
-    /// Directories in the input directory that hold files with accepted endings: a run does not
-    /// enter them.
+    /// Subdirectories of the input directory that contain files with accepted endings. A run does
+    /// not read them.
     std::vector<std::string> subdirectories;
     std::vector<FileReport> files;
     std::vector<PolygonReport> polygons;
@@ -77,18 +77,22 @@ struct Report {
     [[nodiscard]] bool wouldKeep() const { return failure.empty() && total.kept() > 0; }
 };
 
-/// The files that take part.
+/// Returns the number of files that a run would take.
 std::size_t takenFiles(const Report& report);
+
+/// Whether the first column of some file is probably not x, or its numbers are cut off at commas:
+/// its points are then not where they belong.
+bool hasWrongPoints(const Report& report);
 
 /// Whether the file is left out, fails, has lines that are not read, or comes with advice.
 bool hasProblem(const FileReport& file);
 
-/// Whether reports describe the polygon by itself: if it comes with a remark, if there are few
-/// polygons, or if `all` are wanted.
+/// Whether reports describe the polygon individually: if there are remarks on it, if there are few
+/// polygons, or if `all` is true.
 bool isListed(const PolygonReport& polygon, const Report& report, bool all);
 
-/// The number of files by what a run does with them: "read", "read, with remarks", or the reason
-/// why it does not read them.
+/// Returns the number of files by outcome: "read", "read, with remarks", or the reason why a run
+/// would not read them.
 std::map<std::string, std::size_t> countByOutcome(const Report& report);
 
 } // namespace veldtrim

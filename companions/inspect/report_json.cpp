@@ -44,7 +44,7 @@ Json json(const FileReport& file) {
     for (const UnparsedLine& line : file.firstUnparsed) {
         object["firstNotRead"].push_back({{"line", line.number}, {"reason", line.reason}});
     }
-    object["decimalCommas"] = file.decimalCommas > 0;
+    object["decimalCommas"] = !file.decimalComma.empty();
     object["lastLineUnread"] = file.lastLineUnread;
     return object;
 }

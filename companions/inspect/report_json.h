@@ -7,8 +7,8 @@
 
 namespace veldtrim {
 
-/// One JSON object, indented, that says what textOf says. docs/inspect.schema.json describes it.
-/// Bytes of names that are not UTF-8 become U+FFFD.
+/// Returns an indented JSON object with the same content as textOf. docs/inspect.schema.json
+/// describes it. Bytes of names that are not UTF-8 become U+FFFD.
 std::string jsonOf(const Report& report, bool all);
 
 } // namespace veldtrim

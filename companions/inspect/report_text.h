@@ -7,8 +7,8 @@
 
 namespace veldtrim {
 
-/// Plain text, several lines. Control characters in names are shown as "?". Unless `all`, sound
-/// files are only counted, and so are sound polygons if there are many.
+/// Returns several lines of plain text. Control characters in names are shown as "?". Unless `all`
+/// is true, sound files are only counted, and so are sound polygons if there are many.
 std::string textOf(const Report& report, bool all);
 
 } // namespace veldtrim

@@ -13,7 +13,8 @@ namespace veldtrim {
 
 namespace {
 
-/// The side of the line from a to b on which the vertex c lies, told by the sign.
+/// Returns twice the signed area of the triangle a, b, c. The sign tells on which side of the line
+/// from a to b the vertex c lies.
 double side(const BoundaryVertex& a, const BoundaryVertex& b, const BoundaryVertex& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
@@ -22,7 +23,8 @@ bool areOpposite(double a, double b) {
     return (a > 0.0 && b < 0.0) || (a < 0.0 && b > 0.0);
 }
 
-/// Whether each edge has its ends on both sides of the other: edges that only touch do not cross.
+/// Whether each edge has its ends on opposite sides of the other. Edges that only touch do not
+/// cross.
 bool cross(const BoundaryVertex& a, const BoundaryVertex& b, const BoundaryVertex& c,
            const BoundaryVertex& d) {
     return areOpposite(side(a, b, c), side(a, b, d)) && areOpposite(side(c, d, a), side(c, d, b));
@@ -34,8 +36,8 @@ struct Crossing {
     bool exhausted = false; ///< none was found before the search was given up
 };
 
-/// The first crossing found: edges are sorted by where they begin on the x axis, and each compared
-/// with those that begin before it ends.
+/// Returns the first crossing found. Sorts the edges by their smallest x and compares each with
+/// those that begin before it ends.
 std::optional<Crossing> findCrossing(const Ring& ring) {
     constexpr std::size_t mostComparisons = 50'000'000;
     struct Edge {

@@ -1,4 +1,4 @@
-/// What is odd about the ring of a polygon.
+/// Checks the ring of a polygon.
 #pragma once
 
 #include "boundary/boundary_polygon.h"
@@ -8,14 +8,14 @@
 
 namespace veldtrim {
 
-/// The area that the ring encloses, in square units; of a ring that crosses itself, the difference
-/// of what it encloses one way and the other.
+/// Returns the area that the ring encloses, in square units of the boundary file. For a ring that
+/// crosses itself, areas enclosed in opposite directions are subtracted from each other.
 double areaOf(const BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices);
 
-/// Sentences on a ring that holds nothing, is flat or crosses itself; none for a sound one.
+/// Returns sentences about a ring that contains no point, has coordinates that are not finite, is
+/// flat or crosses itself. The result is empty for a sound ring.
 ///
-/// The search for crossings is given up after a fixed number of comparisons; a sentence then says
-/// so.
+/// The search for crossings stops after a fixed number of comparisons; a sentence then says so.
 std::vector<std::string> remarksOn(const BoundaryPolygon& polygon,
                                    const std::vector<BoundaryVertex>& vertices);
 

@@ -13,7 +13,8 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
 }
 
-/// The shortest text that reads back as `value`, without an exponent unless it would be very long.
+/// Returns the shortest text that reads back as `value`. It has an exponent only if it would be
+/// very long without one.
 std::string inFull(double value) {
     constexpr double largestPlain = 1e17;
     constexpr double smallestPlain = 1e-9;

@@ -1,4 +1,4 @@
-/// Numbers, names and characters as the reports show them.
+/// Formats numbers, names and characters for the reports.
 #pragma once
 
 #include <cstdint>
@@ -7,22 +7,23 @@
 
 namespace veldtrim {
 
-/// A number with a comma before each group of three digits.
+/// Returns a number with commas between groups of three digits.
 std::string grouped(std::int64_t number);
 
-/// A coordinate in full: the shortest decimal number that reads back as the same value.
+/// Returns a coordinate in full: the shortest decimal number that reads back as the same value.
 std::string coordinate(double value);
 
-/// A computed distance or area in at most nine significant digits.
+/// Returns a computed distance or area with at most nine significant digits.
 std::string measure(double value);
 
-/// The text with each control character replaced by "?".
+/// Returns the text with each control character replaced by "?".
 std::string printable(std::string_view text);
 
-/// The beginning of the text in quotes, printable.
+/// Returns the beginning of the text in quotes, with control characters replaced by "?".
 std::string quoted(std::string_view text);
 
-/// The separator as a person reads it: "blank", "tab", or the character in quotes.
+/// Returns a description of the separator: "blank", "tab", the character in quotes, or its hex
+/// code.
 std::string describeSeparator(char separator);
 
 } // namespace veldtrim

@@ -12,7 +12,7 @@ class MessageSender {
 public:
     /// Sets the form of delivery: one JSON object per line for a host program if `pipeMode` is
     /// true, otherwise plain lines for a person. Delivers, in order, the messages that were sent
-    /// before. To be called once, early in the run.
+    /// before. Call this once, early in the run.
     static MessageSender& Instance(bool pipeMode);
 
     MessageSender(const MessageSender&) = delete;
@@ -68,8 +68,8 @@ public:
     ProgressMessage& operator=(const ProgressMessage&) = delete;
 
     /// Reports that the step with this number has been reached, at the position
-    /// start + (end - start) * step / steps. Call it for every record: it takes nanoseconds, and
-    /// only positions that are news are delivered.
+    /// start + (end - start) * step / steps. Call it for every record: it takes nanoseconds,
+    /// because it delivers only positions that differ enough from the last one.
     void OnProgress(int step, bool flag);
 
 private:

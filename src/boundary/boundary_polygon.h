@@ -9,16 +9,17 @@
 
 namespace veldtrim {
 
-/// A ring of vertices, named by their positions in the vertex table of the model.
+/// A ring of vertices, given by their positions in the vertex table of the model.
 ///
-/// The ring closes from the last vertex to the first by itself; a file that repeats its first point
-/// at the end only adds one more vertex. A polygon of fewer than two vertices holds no point.
+/// An implicit edge closes the ring from the last vertex to the first. A file that repeats the
+/// first point at the end merely adds a vertex. A polygon of fewer than two vertices contains no
+/// point.
 struct BoundaryPolygon {
-    /// Sets `bounds` to the box of the polygon's vertices; without vertices it stays as it is.
+    /// Sets `bounds` to the bounding box of the vertices. Leaves it unchanged if there are none.
     void computeBounds(const std::vector<BoundaryVertex>& vertices);
 
-    /// Fills `segments` anew with the segments between consecutive vertices, without one that
-    /// closes the ring: none for fewer than two vertices.
+    /// Replaces `segments` by the segments between consecutive vertices, without the closing edge.
+    /// Fewer than two vertices give no segments.
     void buildSegments(const std::vector<BoundaryVertex>& vertices);
 
     BoundingBox bounds;

@@ -6,8 +6,10 @@ namespace veldtrim {
 
 namespace {
 
-/// Below these a segment counts as a point: dividing by its length would not be finite.
+/// The normal of a shorter segment is not scaled to unit length: the quotient might not be finite.
 constexpr double shortestLength = 1e-12;
+
+/// A segment up to this squared length counts as a point.
 constexpr double shortestSquaredLength = 1e-14;
 
 double distance(const BoundaryVertex& vertex, double x, double y) {

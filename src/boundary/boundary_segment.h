@@ -9,18 +9,18 @@ struct BoundaryVertex {
     double y = 0.0;
 };
 
-/// The segment from `start` to `end`, with what its distance to a point is computed from.
+/// The segment from `start` to `end`, with the values from which distances are computed.
 struct BoundarySegment {
     BoundarySegment(const BoundaryVertex& from, const BoundaryVertex& to);
 
-    /// Euclidean distance of the point (x, y) from the segment.
+    /// Returns the Euclidean distance of the point (x, y) from the segment.
     [[nodiscard]] double distanceTo(double x, double y) const;
 
     BoundaryVertex start;
     BoundaryVertex end;
     BoundaryVertex delta; ///< from `start` to `end`
     double squaredLength;
-    BoundaryVertex normal; ///< of unit length; shorter for a segment of less than 1e-12
+    BoundaryVertex normal; ///< of unit length, or as long as a segment shorter than 1e-12
 };
 
 } // namespace veldtrim

@@ -1,4 +1,4 @@
-/// What one edge of a ring means for a point: the step that every point test is made of.
+/// The effect of one edge of a ring on a point: the elementary step of every point test.
 #pragma once
 
 #include "boundary/boundary_segment.h"
@@ -9,24 +9,24 @@
 
 namespace veldtrim {
 
-/// What an edge adds to the verdict of its ring on a point.
+/// The effect of an edge on the verdict of its ring for a point.
 enum class EdgeEffect : std::uint8_t {
     None,
     Toggle,  ///< the ray from the point towards increasing x crosses the edge
     Boundary ///< the point lies on the edge
 };
 
-/// Whether an edge from `a` to `b` passes from one side of `at` to the other, on the y axis.
+/// Whether the way from `a` to `b` passes `at`: a < at < b or a >= at >= b.
 inline bool passes(double a, double at, double b) {
     return (a < at) == (at < b);
 }
 
-/// The abscissa at which an edge that is not horizontal reaches the height `y`.
+/// Returns the x coordinate of an edge at the height `y`. The edge must not be horizontal.
 inline double crossingAt(const BoundaryVertex& from, const BoundaryVertex& to, double y) {
     return from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y);
 }
 
-/// The effect of an edge that does not touch the ray with an end at or to the right of the point.
+/// Returns the effect of an edge with neither end on the ray from the point.
 inline EdgeEffect crossOrdinaryEdge(const BoundaryVertex& from, const BoundaryVertex& to,
                                     const ElevationPoint& point) {
     if (!passes(from.y, point.y, to.y)) {
@@ -45,12 +45,13 @@ inline EdgeEffect crossOrdinaryEdge(const BoundaryVertex& from, const BoundaryVe
     return crossing > point.x ? EdgeEffect::Toggle : EdgeEffect::None;
 }
 
-/// The effect of an edge with an end at the height of the point, where coordinates are finite.
+/// Returns the effect of an edge with an end at the height of the point. All coordinates must be
+/// finite.
 ///
-/// A ring that touches the ray, or follows it for some edges, crosses it if it comes from one side
-/// and leaves to the other. Half of that decision falls to the edge that reaches the ray and half
-/// to the edge that leaves it: each toggles when its other end lies below. So each edge can be
-/// looked at by itself, in any order.
+/// A ring that touches the ray, or runs along it for some edges, crosses it if it arrives on one
+/// side and leaves on the other. The edge that reaches the ray and the edge that leaves it each
+/// toggle if their other end lies below: together once for a crossing, else not at all or twice.
+/// So edges can be evaluated independently and in any order.
 inline EdgeEffect touchEdge(const BoundaryVertex& from, const BoundaryVertex& to,
                             const ElevationPoint& point) {
     const bool fromOnLine = from.y == point.y;
@@ -69,9 +70,9 @@ inline EdgeEffect touchEdge(const BoundaryVertex& from, const BoundaryVertex& to
     return crossOrdinaryEdge(from, to, point);
 }
 
-/// The effect of any edge of a ring whose coordinates are finite and which is not flat. The ring's
-/// verdict is `OnBoundary` if one of its edges says so, else the parity of the toggles: the same as
-/// the verdict of the walk along the ring.
+/// Returns the effect of any edge of a ring that has finite coordinates and is not flat. The ring's
+/// verdict is `OnBoundary` if any edge has the effect `Boundary`, else it is the parity of the
+/// toggles. This always equals the verdict of the walk along the ring.
 inline EdgeEffect edgeEffect(const BoundaryVertex& from, const BoundaryVertex& to,
                              const ElevationPoint& point) {
     if (from.y == point.y || to.y == point.y) {

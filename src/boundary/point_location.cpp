@@ -17,11 +17,11 @@ inline PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
         ++position;
     }
     if (position == ring.size()) {
-        return PointLocation::OnBoundary; // a flat polygon, and the point on its line
+        return PointLocation::OnBoundary; // the polygon is flat, and the point is on its line
     }
 
     // The ray runs from the point towards increasing x. `previous` is the last vertex that is not
-    // on the ray; while the walk follows the ray, `lastX` is where it stands.
+    // on the ray. While the ring runs along the ray, `lastX` is the x of its latest vertex.
     const BoundaryVertex* previous = &ring.vertex(position);
     bool odd = false;
     bool onLine = false;
@@ -39,7 +39,8 @@ inline PointLocation walkRing(const Ring& ring, const ElevationPoint& point) {
             previous = &current;
             onLine = false;
         } else if (current.y == py && current.x >= px) {
-            // The vertex before on the line too: it was left of the point, so the edge holds it.
+            // If the previous vertex is on the line too, it is left of the point, so the point is
+            // on the edge.
             if (current.x == px || previous->y == py) {
                 return PointLocation::OnBoundary;
             }

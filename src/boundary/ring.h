@@ -8,15 +8,15 @@
 
 namespace veldtrim {
 
-/// The cyclic sequence of a polygon's vertices, by their positions in `vertexIndices`. A last entry
-/// that names the first one's vertex again is left out of it.
+/// The cyclic sequence of a polygon's vertices. Positions are those in `vertexIndices`. If the last
+/// index equals the first, both stand for the same vertex, which counts once.
 class Ring {
 public:
     Ring(const BoundaryPolygon& polygon, const std::vector<BoundaryVertex>& vertices)
         : indices_(polygon.vertexIndices), vertices_(vertices),
           namedTwice_(!indices_.empty() && indices_.front() == indices_.back()) {}
 
-    /// Number of vertices, and of edges.
+    /// The number of vertices, which is also the number of edges.
     [[nodiscard]] std::size_t size() const { return indices_.size() - (namedTwice_ ? 1 : 0); }
 
     [[nodiscard]] const BoundaryVertex& vertex(std::size_t position) const {

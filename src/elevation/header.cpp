@@ -12,15 +12,15 @@ constexpr const char* wrongXyzHeader =
     "ERROR: Using the xyz format, the first header line must be one of x;y;z , X;Y;Z , x;y;z;g , "
     "Y;Y;Z;G , while the separator (e.g. \";\" is variable";
 
-/// Stands for a separator that the header does not name: no record holds a line feed, so no
-/// record of such a file parses.
+/// The separator of a header that does not name one. No record contains a line feed, so no line of
+/// such a file is a record.
 constexpr char noSeparator = '\n';
 
 char characterAt(std::string_view line, std::size_t position) {
     return position < line.size() ? line[position] : noSeparator;
 }
 
-/// Whether `line` is exactly the characters of `columns` with `separator` between them.
+/// Whether `line` consists of exactly the characters of `columns` with `separator` between them.
 bool isColumnHeader(std::string_view line, std::string_view columns, char separator) {
     if (line.size() != 2 * columns.size() - 1) {
         return false;

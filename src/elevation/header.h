@@ -1,4 +1,4 @@
-/// The header line of an elevation point file: which format it has, what separates its fields.
+/// The header line of an elevation point file, which determines the format and the separator.
 #pragma once
 
 #include <cstddef>
@@ -8,28 +8,26 @@
 
 namespace veldtrim {
 
-/// Index of the character that separates the fields of a file with a node header.
+/// Index of the separator in a node header.
 inline constexpr std::size_t nodeSeparatorIndex = 3;
 
-/// Decides from its first line whether an elevation point file is usable.
+/// Parses the first line of an elevation point file, without its line end. Returns whether it is an
+/// accepted header.
 ///
 /// Accepted are the xyz headers x s y s z, X s Y s Z, x s y s z s g and X s Y s Z s G, with any one
-/// character s as separator and nothing else on the line, and every line that begins with "n" or
-/// "N" (node format). `line` is the header without its line end.
+/// character s as the separator and nothing else on the line, and every line that begins with "n"
+/// or "N" (node format).
 ///
-/// - `separator`: the second character of an xyz header, the one at `nodeSeparatorIndex` of a node
-///   header; a character that no record holds for a shorter node header. Set also when an xyz
-///   header is rejected for its further characters (then that character if it has no second one);
-///   unchanged when the line is empty or its first character is none of n, N, x, X.
+/// - `separator`: the second character of a line that begins with "x" or "X", even if the line is
+///   rejected; the character at `nodeSeparatorIndex` of a node header. If the line is too short for
+///   it, a character that no record contains. Unchanged for any other line.
 /// - `format`: 'x' for a line that begins with "x" or "X", 'n' or 'N' for a node header, else 'f'.
-/// - `layout`: 1 for three columns, 2 for four, 0 for a node header and for a rejected line.
-/// - `errorText`: why the line is rejected; empty for an accepted and for an empty line.
-///
-/// Returns whether the header is accepted.
+/// - `layout`: 1 for three columns, 2 for four, 0 for a node header or a rejected line.
+/// - `errorText`: why the line is rejected; empty for an accepted or an empty line.
 bool parseHeader(std::string_view line, char& separator, char& format, std::int32_t& layout,
                  std::string& errorText);
 
-/// What an accepted header line says of the records after it, as parseHeader finds it.
+/// The results of parseHeader for an accepted header line.
 struct ElevationHeader {
     char format = 'f';
     char separator = '\0';
@@ -38,11 +36,11 @@ struct ElevationHeader {
     /// Whether the header line names a separator; if not, no line after it is a record.
     [[nodiscard]] bool hasSeparator() const;
 
-    /// Number of columns that the header line names; 0 for a node header, which names none.
+    /// The number of columns that the header line names; 0 for a node header, which names none.
     [[nodiscard]] std::int32_t columns() const { return layout == 0 ? 0 : layout + 2; }
 };
 
-/// parseHeader with one result for three. `header` is of no meaning for a rejected line.
+/// parseHeader with its results in one structure. `header` is meaningless for a rejected line.
 bool readHeader(std::string_view line, ElevationHeader& header, std::string& errorText);
 
 } // namespace veldtrim

@@ -9,10 +9,10 @@ namespace veldtrim {
 
 namespace {
 
-/// A separator must be among so many characters after a field.
+/// The separator must be among this many characters after a field.
 constexpr std::ptrdiff_t separatorReach = 100;
 
-/// Moves `at` behind the separator; false, with `at` unchanged, when there is none within reach.
+/// Moves `at` behind the separator. Returns false, with `at` unchanged, if none is within reach.
 bool skipSeparator(const char*& at, const char* end, char separator) {
     if (separator == ' ') {
         return true; // the next number skips its leading white space

@@ -1,4 +1,4 @@
-/// One record of an elevation point file: its line, read as a point.
+/// Reads the records of elevation point files, one line each, as points.
 #pragma once
 
 #include "elevation/header.h"
@@ -10,10 +10,10 @@
 
 namespace veldtrim {
 
-/// Why a line is no record.
+/// Why a line is not a record.
 enum class RecordFault : std::uint8_t {
     None,
-    NoIdentifier, ///< no integer where the records begin with one
+    NoIdentifier, ///< the format requires an integer first
     NoSeparatorAfterIdentifier,
     NoX, ///< no number, or one that a double cannot hold
     NothingAfterX,
@@ -22,31 +22,31 @@ enum class RecordFault : std::uint8_t {
     NothingAfterY
 };
 
-/// What reading a line has come to.
+/// The result of reading a line.
 struct RecordReading {
     RecordFault fault = RecordFault::None;
 
-    /// Where reading stopped to make sense: the offset in the line of the field that is no number,
-    /// as far as the field before it left the line unread, or of what should be a separator or
-    /// follow a number. The offset behind y for a record.
+    /// The offset in the line at which reading failed: that of the field that is not a number,
+    /// including white space before it, or that after a number where the separator or anything else
+    /// is missing. For a record, the offset behind y.
     std::size_t place = 0;
 };
 
-/// Reads x and y from the record `line` (without its line end) of a file with this header to
-/// `point`.
+/// Reads x and y of a record into `point`. `line` is the record without its line end, `header` the
+/// header of its file.
 ///
-/// Numbers are what readNumber takes. After x come at most 99 other characters, then the separator;
-/// with a blank as separator nothing is required there. At least one character must follow x, and
-/// at least one must follow y. The rest of the line is not looked at.
+/// Numbers have the form that readNumber accepts. At most 99 other characters may stand between x
+/// and the separator; if the separator is a space, it is not required. At least one character must
+/// follow x, and at least one must follow y. The rest of the line is ignored.
 ///
-/// The format 'y', which parseHeader never finds, stands for records that begin with an integer
-/// column: that column and its separator are skipped first.
+/// The format 'y', which parseHeader never returns, denotes records that begin with an integer
+/// column. That column and its separator are skipped.
 ///
-/// `point` is of no meaning when the line is at fault. Throws std::bad_alloc only, and only where a
-/// field is unusual (a number that does not fit, say).
+/// `point` is unspecified if the line is not a record. Throws only std::bad_alloc, and only for an
+/// unusual field, such as a number that does not fit.
 RecordReading readRecord(std::string_view line, ElevationHeader header, ElevationPoint& point);
 
-/// readRecord with the results of parseHeader one by one. Returns whether the line is a record.
+/// readRecord with the results of parseHeader as arguments. Returns whether the line is a record.
 bool parseRecord(std::string_view line, char format, char separator, ElevationPoint& point);
 
 } // namespace veldtrim

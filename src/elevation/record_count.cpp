@@ -16,8 +16,7 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{256} << 10;
 
-/// Counts line feeds in counters of one byte side by side, which compilers turn into a few
-/// instructions for many bytes at once.
+/// Counts line feeds in an array of one-byte counters, so that compilers can vectorise the loop.
 std::int64_t countLineFeeds(const char* at, std::size_t size) {
     constexpr std::size_t lanes = 64;
     constexpr std::size_t most = std::numeric_limits<std::uint8_t>::max();

@@ -1,4 +1,4 @@
-/// How many records an elevation point file holds.
+/// Counts the records of elevation point files.
 #pragma once
 
 #include <cstdint>
@@ -7,15 +7,15 @@
 
 namespace veldtrim {
 
-/// Number of records in the elevation file at `path`: its line feeds less one, the header's.
+/// Returns the number of records in the elevation file at `path`: the number of its line feeds
+/// minus one for the header. A file that cannot be opened or has no line feed gives -1.
 ///
-/// A last line without a line feed does not count; a blank line does. Reads the file once, in
-/// blocks; memory does not grow with its size. Returns -1 for a file that cannot be opened or holds
-/// no line feed. Throws std::length_error, which names the file, when the number does not fit the
-/// result, and std::system_error when the system fails to read.
+/// A last line without a line feed does not count, but a blank line does. Reads the file once, in
+/// blocks; memory does not grow with its size. Throws std::length_error, which names the file, if
+/// the number does not fit the result, and std::system_error if reading fails.
 std::int32_t countRecords(std::string path);
 
-/// The same, and `openError` says why the file could not be opened: no error if it could.
+/// The same. Sets `openError` to the reason why the file could not be opened, or clears it.
 std::int32_t countRecords(std::string path, std::error_code& openError);
 
 } // namespace veldtrim

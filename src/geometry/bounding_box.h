@@ -6,30 +6,30 @@
 
 namespace veldtrim {
 
-/// An axis-parallel box with its border, in the units of the boundary file.
+/// An axis-parallel box that includes its border, in the units of the boundary file.
 struct BoundingBox {
     double xMin = 0.0;
     double yMin = 0.0;
     double xMax = 0.0;
     double yMax = 0.0;
 
-    /// The box without points, which grows to hold what is added.
+    /// Returns a box that contains no point and that `add` can extend.
     static constexpr BoundingBox empty() {
         constexpr double infinity = std::numeric_limits<double>::infinity();
         return {infinity, infinity, -infinity, -infinity};
     }
 
-    /// Grows to hold the point (x, y). A side that is not a number gives way to the next
+    /// Extends the box to contain the point (x, y). A side that is NaN takes the value of the
     /// coordinate.
     constexpr void add(double x, double y) {
-        // Not std::min and std::max: where a value is not a number, the operands' order decides.
+        // std::min and std::max would treat NaN differently: the order of the operands matters.
         xMin = xMin < x ? xMin : x;
         xMax = xMax > x ? xMax : x;
         yMin = yMin < y ? yMin : y;
         yMax = yMax > y ? yMax : y;
     }
 
-    /// Grows to hold `other`; an empty box adds nothing.
+    /// Extends the box to contain `other`, which may be empty.
     constexpr void add(const BoundingBox& other) {
         xMin = other.xMin < xMin ? other.xMin : xMin;
         xMax = other.xMax > xMax ? other.xMax : xMax;
@@ -37,7 +37,7 @@ struct BoundingBox {
         yMax = other.yMax > yMax ? other.yMax : yMax;
     }
 
-    /// The box moved outwards by `reach` on all four sides.
+    /// Returns the box with all four sides moved outwards by `reach`.
     [[nodiscard]] constexpr BoundingBox widenedBy(double reach) const {
         return {xMin - reach, yMin - reach, xMax + reach, yMax + reach};
     }
@@ -57,7 +57,7 @@ struct BoundingBox {
         return xMin <= other.xMin && other.xMax <= xMax && yMin <= other.yMin && other.yMax <= yMax;
     }
 
-    /// Whether the boxes have a point in common; touching is enough.
+    /// Whether the boxes have a point in common, if only on their borders.
     [[nodiscard]] constexpr bool overlaps(const BoundingBox& other) const {
         return xMin <= other.xMax && other.xMin <= xMax && yMin <= other.yMax && other.yMin <= yMax;
     }

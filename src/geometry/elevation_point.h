@@ -3,8 +3,8 @@
 
 namespace veldtrim {
 
-/// The first and the second field of a record, in the units of its file. The elevation is not read,
-/// because records are copied as text.
+/// The x and y of a record, in the units of its file, which must be those of the boundary file. The
+/// elevation is not read, because records are copied as text.
 struct ElevationPoint {
     double x = 0.0;
     double y = 0.0;

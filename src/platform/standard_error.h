@@ -16,7 +16,7 @@ bool standardErrorIsTerminal() noexcept;
 /// The number of columns that is assumed if the terminal does not report it.
 inline constexpr std::size_t usualTerminalWidth = 80;
 
-/// The present number of columns of the terminal behind standard error, or `usualTerminalWidth` if
+/// The current number of columns of the terminal behind standard error, or `usualTerminalWidth` if
 /// the terminal does not report it or standard error is not a terminal.
 std::size_t standardErrorWidth() noexcept;
 

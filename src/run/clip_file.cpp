@@ -15,16 +15,16 @@ namespace veldtrim {
 
 namespace {
 
-/// Reads the header line of a file that was accepted when its records were counted. Reports why it
-/// is skipped if it has changed since.
+/// Reads the header line of a file that was accepted before its records were counted. Returns
+/// whether it still is; if not, reports why the file is skipped.
 bool readHeaderAgain(LineReader& input, const std::string& path, std::int32_t recordCount,
                      Line& line, ElevationHeader& header) {
     input.next(line);
     const std::error_code openError = input.openError();
     const std::string reason =
         openError ? cannotBeRead(openError) : readHeaderOrReason(line.text, header);
-    // Without a count, either the file could not be opened before, which was reported then, or it
-    // holds no record that could be lost.
+    // If the count is negative, either the file could not be opened before, which was reported
+    // then, or it has no record that could be lost.
     if (!reason.empty() && recordCount >= 0) {
         reportSkipped(path, reason);
     }

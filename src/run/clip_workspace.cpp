@@ -23,14 +23,13 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-/// Share of the run's progress, on its scale of 0 to 100, that one record makes up. Without
-/// records nothing progresses.
+/// Returns the share of one record in the progress of the run, on a scale of 0 to 100; 0 if there
+/// are no records.
 double progressPerRecord(std::int64_t total) {
     return total > 0 ? 100.0 / static_cast<double>(total) : 0.0;
 }
 
-/// Clips every file, drops the outputs that received no record, and returns the number of kept
-/// records.
+/// Clips every file, removes output files without records, and returns the number of kept records.
 std::int64_t clipFiles(BoundaryModel& model, const std::vector<InputFile>& files,
                        const fs::path& outputDirectory) {
     std::int64_t total = 0;
@@ -53,13 +52,13 @@ std::int64_t clipFiles(BoundaryModel& model, const std::vector<InputFile>& files
     return keptTotal;
 }
 
-/// False for a directory that is already there.
+/// Returns false if the directory already exists.
 bool createOutputDirectory(const fs::path& directory) {
-    // Not created although nothing was there: another run was faster, and the directory is its own.
+    // If create_directory returns false, another run has just created the directory and owns it.
     if (fs::is_directory(directory) || !fs::create_directory(directory)) {
         return false;
     }
-    // The names of devices, "nul" for one, may let themselves be created and hold nothing.
+    // On Windows, creating the name of a device, such as "nul", can succeed without a directory.
     if (!fs::is_directory(directory)) {
         throw fs::filesystem_error(
             "cannot create output directory", directory,
@@ -68,8 +67,8 @@ bool createOutputDirectory(const fs::path& directory) {
     return true;
 }
 
-/// A failure is reported but does not fail the run: the clipped files are the result, the total is
-/// a convenience beside them.
+/// Reports a failure, but does not end the run: the clipped files are the result, and the total is
+/// only a convenience.
 void writeTotal(const fs::path& outputDirectory, std::int64_t keptTotal) {
     const std::string path = (outputDirectory / totalFileName).string();
     std::error_code error;

@@ -1,4 +1,4 @@
-/// The batch over one workspace: every input file of a directory, clipped into a new directory.
+/// Clips every input file of a directory into a new directory.
 #pragma once
 
 #include "boundary/model/boundary_model.h"
@@ -7,20 +7,21 @@
 
 namespace veldtrim {
 
-/// Name of the file in the output directory that holds the number of kept records.
+/// The name of the file in the output directory that contains the number of kept records.
 inline constexpr const char* totalFileName = "total_node_count.txt";
 
-/// Loads the boundary file into `model` (what it held before is dropped), clips every input file of
-/// the directory `inputDirName` in `workspacePath` into the new directory `outputDirName` beside
-/// it, and writes the number of kept records to `totalFileName` there.
+/// Replaces the content of `model` by that of the boundary file, clips every input file of the
+/// directory `inputDirName` in `workspacePath` into the new directory `outputDirName` beside it,
+/// and writes the number of kept records to `totalFileName` there.
 ///
-/// Returns 0 when the batch ran to its end, 1 when a check failed, which reportError has then
-/// reported: boundary file, workspace, input directory, an output directory that is already there,
-/// no input file. Nothing on disk is changed before all but the last of these have passed; the new
-/// output directory stays, also when the batch ends later. Throws
-/// boost::filesystem::filesystem_error and std::system_error when the system fails,
-/// std::length_error for a file with more records than can be counted; output files then stay as
-/// far as they were written.
+/// Returns 0 if all files were clipped, and 1 if a check failed, after reporting it with
+/// reportError. The checks are, in this order: the boundary file can be read, the workspace and the
+/// input directory exist, the output directory does not exist, and there are input files. All but
+/// the last precede any change on disk; the new output directory stays even if the run then fails.
+///
+/// Throws boost::filesystem::filesystem_error or std::system_error if the system fails,
+/// std::length_error if a file has more records than can be counted, and std::bad_alloc if memory
+/// runs out. Output files then stay as far as they were written.
 int clipWorkspace(BoundaryModel& model, std::string workspacePath, std::string inputDirName,
                   std::string outputDirName, std::string boundaryFilePath);
 

@@ -1,4 +1,4 @@
-/// The run as the command line asks for it, from the start message to the exit code.
+/// A whole run, from the start message to the exit code.
 #pragma once
 
 #include "boundary/model/boundary_model.h"
@@ -7,16 +7,16 @@
 
 namespace veldtrim {
 
-/// Runs the program for the arguments of `main`, the program's own name first:
-/// input directory path, output directory name, boundary file path and, optional, "-pipe".
+/// Runs the program with the arguments of `main`: the program's name, the input directory path, the
+/// output directory name, the boundary file path and, optionally, "-pipe".
 ///
-/// Sends the start message, checks the arguments, clips, and sends how it ended. Returns the exit
-/// code: 0 when the run finished, 1 after a wrong command line, a failed check or an exception of
-/// the run, which all have been reported. Lets no standard exception out.
+/// Sends the start message, checks the arguments, clips, and sends the outcome. Returns the exit
+/// code: 0 if the run finished, 1 after wrong arguments, a failed check or an exception, each of
+/// which it reports. Catches all standard exceptions of the run.
 int runCommandLine(int argc, const char* const* argv);
 
-/// Splits `inputDirPath` into the workspace and the name of the input directory, and clips that
-/// workspace. Returns what clipWorkspace returns.
+/// Splits `inputDirPath` into the workspace and the name of the input directory, and calls
+/// clipWorkspace, whose result it returns.
 int clipDirectory(BoundaryModel& model, std::string inputDirPath, std::string outputDirName,
                   std::string boundaryFilePath);
 

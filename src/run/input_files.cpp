@@ -21,12 +21,12 @@ namespace {
 
 constexpr std::array<std::string_view, 3> inputExtensions{".txt", ".xyz", ".node"};
 
-/// The verdict on a header stands long before this: a file without line feeds, however large, is
-/// not read into memory to find that it is none.
+/// Far more than any check of a header needs. Because of the limit, a large file without line feeds
+/// is not read into memory as a whole.
 constexpr std::size_t headerReadLimit = std::size_t{64} << 10;
 
-/// Why a file is skipped that the system should let the run read, by its first line or the first
-/// `headerReadLimit` bytes of it; empty if it is not.
+/// Returns why a regular file is skipped: it cannot be read, or its first line, of which it reads
+/// at most `headerReadLimit` bytes, is not an accepted header. The result is empty if it is.
 std::string reasonInHeader(const std::string& path) {
     try {
         LineReader lines(path, headerReadLimit);
@@ -45,7 +45,7 @@ std::string reasonInHeader(const std::string& path) {
 } // namespace
 
 std::string reasonToSkip(const std::string& path) {
-    // A pipe or a device could keep the run waiting, or never end.
+    // Reading a pipe or a device could block or never end.
     boost::system::error_code noStatus;
     const fs::file_status status = fs::status(path, noStatus);
     if (fs::exists(status) && !fs::is_regular_file(status)) {

@@ -1,4 +1,4 @@
-/// Which files of the input directory take part in a run.
+/// Selects the input files of a run.
 #pragma once
 
 #include <cstdint>
@@ -8,24 +8,25 @@
 
 namespace veldtrim {
 
-/// The accepted endings as a sentence lists them: ".txt, .xyz or .node".
+/// Returns the accepted endings as a list for messages: ".txt, .xyz or .node".
 std::string listInputExtensions();
 
-/// Whether the path ends in an accepted ending, byte for byte.
+/// Whether the path has an accepted ending. Case matters.
 bool hasInputExtension(std::string path);
 
 /// Whether the file at `path` is an input file: its name has an accepted ending and its first line
 /// is an accepted header.
 ///
-/// A file with an accepted ending that is left out is reported as a StateMessage with the reason.
+/// If the file is skipped although its ending is accepted, sends a StateMessage with the reason.
 bool isInputFile(std::string path);
 
-/// Why the file at `path`, whose name has an accepted ending, is no input file; empty when it is.
+/// Returns why the file at `path`, whose name has an accepted ending, is not an input file. The
+/// result is empty if it is one.
 std::string reasonToSkip(const std::string& path);
 
-/// Calls `visit` with the path of everything in a directory but its subdirectories, in the order in
-/// which the system lists them. Links are followed. Throws boost::filesystem::filesystem_error when
-/// listing fails.
+/// Calls `visit` with the path of everything in a directory except its subdirectories, in the order
+/// in which the system lists them. Follows links. Throws boost::filesystem::filesystem_error if the
+/// directory cannot be listed.
 void visitFiles(const std::string& directory,
                 const std::function<void(const std::string& path)>& visit);
 
@@ -35,10 +36,9 @@ struct InputFile {
     std::int32_t recordCount = 0;
 };
 
-/// The input files of a directory, not of its subdirectories, in the order in which the system
-/// lists them, each with its record count, -1 for a file that cannot be opened any more, which is
-/// reported as skipped. Links are followed. Throws
-/// boost::filesystem::filesystem_error when listing fails, and as countRecords does.
+/// Returns the input files of a directory, without those of its subdirectories, and their record
+/// counts, in the order in which the system lists them. A file that can no longer be opened has the
+/// count -1 and is reported as skipped. Throws what visitFiles and countRecords throw.
 std::vector<InputFile> findInputFiles(const std::string& directory);
 
 } // namespace veldtrim

@@ -11,7 +11,7 @@ namespace veldtrim {
 
 void adoptPathEncoding() {
     if (pathsAreUtf8()) {
-        // The library's own conversion passes flags that UTF-8 does not take.
+        // The library's own conversion passes flags that Windows does not support for UTF-8.
         boost::filesystem::path::imbue(
             std::locale(std::locale::classic(), new std::codecvt_utf8_utf16<wchar_t>));
     }

@@ -1,4 +1,4 @@
-/// The records of an elevation file, one after the other, each with its place in the boundaries.
+/// Reads the records of an elevation file and locates their points in the model boundaries.
 #pragma once
 
 #include "boundary/model/boundary_model.h"
@@ -14,36 +14,37 @@
 
 namespace veldtrim {
 
-/// A line after the header, and what reading it has come to.
+/// A line after the header, and the result of reading it.
 struct Record {
     Line line;
-    ElevationPoint point; ///< of no meaning for a line at fault
+    ElevationPoint point; ///< unspecified if the line is not a record
     RecordFault fault = RecordFault::None;
 
-    /// Where the point lies with respect to the model boundaries; `Outside` for a line at fault.
+    /// Where the point lies with respect to the model boundaries; `Outside` if the line is not a
+    /// record.
     PointLocation location = PointLocation::Outside;
 
     [[nodiscard]] bool isKept() const { return location != PointLocation::Outside; }
 };
 
-/// Reads the records of a file. Their points are looked up together, which is faster.
+/// Reads the records of a file. Locates the points of many records together, which is faster.
 ///
-/// Lines are read ahead only as far as they are in memory already: the caller has dealt with all
-/// lines before when the file is waited for, or fails.
+/// Reads ahead only lines that are already in memory. So when a read blocks or fails, the caller
+/// has already handled all lines before.
 class RecordReader {
 public:
-    /// The most lines that are read ahead: what the point test can look at side by side.
+    /// The largest number of lines read ahead: the batch size of the point index.
     static constexpr std::size_t capacity = PointIndex::batchSize;
 
-    /// Reads `recordCount` records from `lines`, whose header line, `header`, has been read.
+    /// Prepares to read `recordCount` records from `lines`, after its header line has been read.
     RecordReader(LineReader& lines, ElevationHeader header, BoundaryModel& model,
                  std::int32_t recordCount);
 
-    /// The next record; after the last line of the file that of an empty line. Must not be called
-    /// more than `recordCount` times. Valid until the next call.
+    /// Returns the next record, or that of an empty line if the file has no more lines. It is valid
+    /// until the next call. Must not be called more than `recordCount` times.
     ///
-    /// Throws std::system_error when the system fails to read, before any line is read ahead, and
-    /// std::bad_alloc for lack of memory; the reader is then of no further use.
+    /// Throws std::system_error if reading fails, which cannot lose lines that were read ahead, and
+    /// std::bad_alloc if memory runs out. The reader must not be used after either.
     const Record& next() {
         if (next_ == size_) {
             readAhead();
@@ -52,7 +53,7 @@ public:
     }
 
 private:
-    /// Replaces the records by those that follow, one at least.
+    /// Replaces the records by the next ones, of which there is at least one.
     void readAhead();
 
     LineReader& lines_;

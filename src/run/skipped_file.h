@@ -1,4 +1,4 @@
-/// Why a file of the input directory is skipped, and the message that says so.
+/// Reasons to skip a file of the input directory, and the message about it.
 #pragma once
 
 #include "elevation/header.h"
@@ -9,14 +9,14 @@
 
 namespace veldtrim {
 
-/// Reads the header line (without its line end) of a file to `header`. Returns why a file with this
-/// line is skipped; empty if it is accepted.
+/// Parses the header line of a file, without its line end, into `header`. Returns why a file with
+/// this header is skipped; empty if it is accepted.
 std::string readHeaderOrReason(std::string_view line, ElevationHeader& header);
 
-/// The reason to skip a file that the system does not let the run read.
+/// Returns the reason to skip a file that cannot be read because of `error`.
 std::string cannotBeRead(std::error_code error);
 
-/// Sends a StateMessage that says that the file at `path` is skipped, and why.
+/// Sends a StateMessage that the file at `path` is skipped, with the reason.
 void reportSkipped(const std::string& path, const std::string& reason);
 
 } // namespace veldtrim

@@ -1,4 +1,4 @@
-/// Console lines: text on standard output for a person.
+/// Console lines: text for people, on standard output.
 #pragma once
 
 #include <string_view>
@@ -9,7 +9,7 @@ namespace veldtrim {
 /// reader that has gone away.
 void writeConsoleLine(std::string_view text);
 
-/// Writes `text` without a line end: the next console text continues the line.
+/// Writes `text` without a line end. The next console text continues the line.
 void writeConsoleText(std::string_view text);
 
 } // namespace veldtrim

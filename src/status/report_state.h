@@ -1,4 +1,4 @@
-/// States of a run, and the end of its progress, told to whoever watches it.
+/// Reports the state of a run and the end of its progress.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ namespace veldtrim {
 /// Sends `text` as a StateMessage with code 1.
 void reportState(const std::string& text);
 
-/// Sends the last step of the progress: all is done.
+/// Sends the last position of the progress, 100.
 void reportEndOfProgress();
 
 } // namespace veldtrim

@@ -21,7 +21,7 @@ LineReader::LineReader(const std::string& path, std::size_t maxLength)
     : file_(PlatformFile::openForReading(path)), maxLength_(maxLength) {}
 
 bool LineReader::next(Line& line) {
-    std::size_t searched = 0; // bytes at hand that are known to hold no line feed
+    std::size_t searched = 0; // bytes at hand that are known to contain no line feed
     while (!takeNext(line, searched)) {
         searched = end_ - begin_;
         if (!readMore()) {
@@ -62,7 +62,7 @@ bool LineReader::readMore() {
         begin_ = 0;
     }
     if (end_ == buffer_.size()) {
-        // A line fills the whole buffer: doubling keeps the work linear in its length.
+        // A line fills the whole buffer. Doubling keeps the work linear in the line's length.
         buffer_.resize(buffer_.empty() ? blockSize : buffer_.size() * 2);
     }
     const std::size_t got = file_.read(buffer_.data() + end_, buffer_.size() - end_);

@@ -6,7 +6,7 @@ LineWriter::LineWriter(const std::string& path) : file_(PlatformFile::openForWri
 
 void LineWriter::write(const Line& line) {
     if (line.raw.size() == line.text.size() + lineEnd.size() && line.raw.ends_with(lineEnd)) {
-        file_.write(line.raw); // the line stands in the buffer as it is to be written
+        file_.write(line.raw); // the line already has the platform's line end
         return;
     }
     assembled_ = line.text;

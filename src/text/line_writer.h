@@ -1,4 +1,4 @@
-/// Lines into a text file, each by itself.
+/// Writes text files line by line.
 #pragma once
 
 #include "platform/file.h"
@@ -9,20 +9,22 @@
 
 namespace veldtrim {
 
-/// Writes lines to a file, each with the platform's line end and in one write of the system, so
-/// that the file holds whole lines at any moment.
+/// Writes each line, with the platform's line end, in one system write, so that the file contains
+/// only whole lines at any time.
 class LineWriter {
 public:
     /// Creates the file at `path`, or empties it; see PlatformFile.
     explicit LineWriter(const std::string& path);
 
-    /// Throws std::system_error when the system fails; the file then ends with the line before.
+    /// Appends `line`. Throws std::system_error if writing fails; the file then ends with the
+    /// previous line.
     void write(const Line& line);
 
     /// Why the file could not be created; no error if it could.
     [[nodiscard]] std::error_code openError() const { return file_.openError(); }
 
-    /// Throws std::system_error when the system reports that lines did not arrive.
+    /// Closes the file. Throws std::system_error if the system reports that written lines were
+    /// lost; the file is closed even then.
     void close() { file_.close(); }
 
 private:

@@ -18,7 +18,7 @@ using detail::isDoubtfulAfterNumber;
 /// Streams may keep only some of the digits of a longer number.
 constexpr std::ptrdiff_t longestNumber = 600;
 
-/// The definition, which decides on everything that is unusual.
+/// Reads the number with a stream, which defines the result. Used for everything unusual.
 template <typename Value>
 bool extractNumber(const char*& at, const char* end, Value& value) {
     std::istringstream stream(std::string(at, end));
@@ -42,7 +42,7 @@ const char* skipDigits(const char* at, const char* end, bool& allZero) noexcept 
     return at;
 }
 
-/// Moves `at` behind a sign; whether it is a minus.
+/// Moves `at` behind a sign, if there is one. Returns whether it is a minus.
 bool skipSign(const char*& at, const char* end) noexcept {
     const bool negative = at != end && *at == '-';
     if (at != end && (*at == '-' || *at == '+')) {
@@ -51,8 +51,8 @@ bool skipSign(const char*& at, const char* end) noexcept {
     return negative;
 }
 
-/// Where the number without a sign that begins at `begin` ends; null when there is none, or one
-/// that streams may differ on.
+/// Returns the end of the unsigned number that begins at `begin`, or null if there is none or a
+/// stream might read it differently.
 const char* findEnd(const char* const begin, const char* end, bool& isZero) noexcept {
     isZero = true;
     const char* at = skipDigits(begin, end, isZero);
@@ -93,8 +93,8 @@ bool readReal(const char*& at, const char* end, Real& value) {
     if (const char* const stop = findEnd(begin, end, isZero)) {
         Real magnitude = 0;
         const auto result = std::from_chars(begin, stop, magnitude);
-        // A range error leaves the value open, and which of the smallest numbers are one is a
-        // matter of the library: a stream decides on both.
+        // After a range error the value is unspecified, and libraries differ on which of the
+        // smallest numbers cause one. A stream decides both cases.
         if (result.ec == std::errc() && result.ptr == stop &&
             (isZero || magnitude >= std::numeric_limits<Real>::min())) {
             value = negative ? -magnitude : magnitude;

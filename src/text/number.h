@@ -1,4 +1,4 @@
-/// Numbers in text, read exactly as an input stream reads them, without the stream's cost.
+/// Reads numbers exactly as an input stream does, but faster.
 #pragma once
 
 #include <array>
@@ -7,15 +7,14 @@
 
 namespace veldtrim {
 
-/// Reads the number that the characters [at, end) begin with, as the formatted extraction (`>>`) of
-/// an input stream over these characters does in the classic locale, whatever the global locale is:
-/// leading white space, a sign, digits with one point, an exponent. A NUL is a character like any
-/// other.
+/// Reads the number at the beginning of the characters [at, end) as the formatted extraction (`>>`)
+/// of an input stream does in the classic locale, regardless of the global locale: leading white
+/// space, a sign, digits with at most one point, an exponent. NUL is a character like any other.
 ///
-/// Returns true when the extraction sets neither the stream's fail nor its bad state. `value` has
-/// the bits that the stream leaves in it, also on false, and `at` moves to the character where the
-/// stream stops. `at == end` exactly when the stream sets its end-of-file state. Throws
-/// std::bad_alloc only, and only for numbers that are unusual or none.
+/// Returns true if the extraction sets neither the fail nor the bad state of the stream. `value`
+/// gets the bits that the stream leaves in it, even if the result is false, and `at` moves to the
+/// character where the stream stops. `at == end` exactly if the stream sets its end-of-file state.
+/// Throws only std::bad_alloc, and only if the number is unusual or missing.
 [[nodiscard]] bool readNumber(const char*& at, const char* end, double& value);
 [[nodiscard]] bool readNumber(const char*& at, const char* end, float& value);
 
@@ -24,7 +23,7 @@ namespace veldtrim {
 
 namespace detail {
 
-/// 10^0 to 10^18: powers of ten that a double holds exactly.
+/// 10^0 to 10^18, which a double represents exactly.
 inline constexpr std::array<double, 19> exactPowersOfTen = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
     1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
@@ -38,8 +37,8 @@ inline bool isBlank(char c) noexcept {
     return c == ' ' || static_cast<unsigned char>(c - '\t') < 5;
 }
 
-/// Whether a stream may go on reading at such a character right after a number, or fail because of
-/// it. An exponent begins with one.
+/// Whether a stream might continue reading at this character after a number, or fail because of it.
+/// Exponents begin with such a character.
 inline bool isDoubtfulAfterNumber(char c) noexcept {
     return static_cast<unsigned char>((static_cast<unsigned char>(c) | 0x20U) - 'a') < 26 ||
            c == '+' || c == '-' || c == '.';
@@ -50,7 +49,7 @@ inline bool isDoubtfulAfterNumber(char c) noexcept {
 
 } // namespace detail
 
-// The usual number, at most 18 digits without an exponent, is read here, where it can be inlined.
+// Reads usual numbers, with at most 18 digits and no exponent, so that this can be inlined.
 inline bool readNumber(const char*& at, const char* end, double& value) {
     const char* now = at;
     while (now != end && detail::isBlank(*now)) {

@@ -22,7 +22,7 @@ namespace veldtrim {
 /// the way, and later searches for the same name stop at the first mark.
 class AttributeSearch {
 public:
-    /// Removes all marks. To be called when the document changes.
+    /// Removes all marks. Must be called when the document changes.
     void reset() { marksByName_.clear(); }
 
     /// Moves `span` from after the "<" of a start tag to the value of the attribute `name`. The

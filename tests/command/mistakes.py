@@ -43,11 +43,11 @@ def boundary(name, content, sentence, run=NOT_FOUND, mends=False):
     return Mistake(name, {"boundary.xml": content}, sentence, run, mends)
 
 
-def apart(name, points, sentence, ring=None):
+def apart(name, points, sentence, ring=None, mends=True):
     """Points that are not where the boundaries are."""
     text = "x;y;z\n" + "".join(f"{x};{y};1\n" for x, y in points)
     return Mistake(name, {"scans/a.xyz": text, "boundary.xml": boundary_xml(ring or AREA)},
-                   sentence, FINISHED)
+                   sentence, FINISHED, mends)
 
 
 def zipped(content):
@@ -86,7 +86,7 @@ HEADERS = [
     header("several blanks", "x  y  z", "there are blanks around its names", BLANK),
     header("easting", "easting;northing;height", "its columns have other names"),
     header("longitude", "Longitude,Latitude,Elevation", "its columns have other names", COMMA),
-    header("intensity", "x;y;z;i", "a further column that is not g", "5;5;1;7\n9;9;2;7\n"),
+    header("intensity", "x;y;z;Intensity", "a further column that is not g", "5;5;1;7\n9;9;2;7\n"),
     header("colours", "X;Y;Z;R;G;B", "it names further columns", "5;5;1;7;7;7\n9;9;2;7;7;7\n"),
     header("trailing separator", "x;y;z;", "it ends with a separator", "5;5;1;\n9;9;2;\n"),
     header("mixed case", "X;y;z", "it mixes capital and small letters"),
@@ -114,7 +114,7 @@ NAMES = [
     named("laz ending", "a.laz", b"LASF\0\0", "it holds a LAS or LAZ file", False),
     named("csv of something", "a.csv", "id,name\n1,2\n", "if the file holds elevation points",
           False),
-    named("subdirectories", "sub/a.xyz", SCAN, "a run does not read subdirectories", False),
+    named("subdirectories", "sub/a.xyz", SCAN, "a run does not read subdirectories"),
     Mistake("link to nowhere", {"scans/a.xyz": Link("nowhere")}, "does not lead to a file", SKIPS),
     Mistake("directory of none", {"scans/a.xyz": None, "scans": None}, "holds no input file",
             NO_FILES),
@@ -122,12 +122,13 @@ NAMES = [
             FINISHED),
 ]
 RECORDS = [
+    header("node number", "nr;x;y;z", "names a column before x", NUMBERED, FINISHED),
     header("node names", "n;x;y;z", "names a column before x", NUMBERED, FINISHED),
     header("node counts", "n12;", "it counts 1, 2, 3", NUMBERED, FINISHED),
     header("short node header", "n", "names the separator as its fourth character",
            run=FINISHED),
     header("other separator", "x,y,z", 'the records are separated by ";"', run=FINISHED),
-    header("decimal commas", "x;y;z", "its numbers have decimal commas", "5,5;5,5;1\n9,9;9,9;2\n",
+    header("decimal commas", "x;y;z", '"5,5" is read as 5. Write', "5,5;5,5;1\n9,9;9,9;2\n",
            FINISHED),
     scan("decimal and separating commas", "x,y,z\n5,5,5,5,1,0\n", "commas may both separate",
          FINISHED, False),
@@ -151,8 +152,9 @@ BOUNDARIES = [
     boundary("empty boundary", "", "is empty"),
     boundary("a scan", SCAN, "holds no XML"),
     boundary("cut off", SQUARE_XML.split("</group>")[0], "is not complete: the element that"),
-    boundary("wrong end tag", "<a>\n <b>\n </a>", "is broken XML at line 3, column 2"),
-    boundary("open comment", "<a><!-- b</a>", "line 1, column 4: the comment"),
+    boundary("wrong end tag", "<a>\n <b>\n </a>", 'is broken XML at line 3, column 2: "</a>"'),
+    boundary("open comment", "<a><!-- b</a>",
+             "the comment, declaration or CDATA section that begins here"),
     boundary("other XML", "<svg><g/><path/></svg>", "the root element svg contains g, path",
              NO_ROOT),
     boundary("TavelDGM as the root", SQUARE_XML.replace("project", "q").replace("<q>", "").replace(
@@ -194,13 +196,16 @@ APART = [
     apart("metres", [(x * 1000, y * 1000) for x, y in GRID], "boundaries in kilometres"),
     apart("feet", [(x / 0.3048, y / 0.3048) for x, y in GRID], "points may be in feet"),
     apart("centimetres", [(x * 100, y * 100) for x, y in GRID], "points may be in centimetres"),
-    apart("degrees", [(x / 1e5, y / 1e5) for x, y in GRID], "the points look like degrees"),
-    apart("boundaries in degrees", GRID, "the boundaries look like degrees", TRIANGLE),
+    apart("degrees", [(x / 1e5, y / 1e5) for x, y in GRID], "the points look like degrees",
+          mends=False),
+    apart("boundaries in degrees", GRID, "the boundaries look like degrees", TRIANGLE, False),
     apart("zone in front", [(32e6 + x, y) for x, y in GRID], "the number of its zone, 32"),
     apart("zone in the boundaries", GRID, "x of the boundaries may have the number of its zone, 33",
           [(33e6 + x, y) for x, y in AREA]),
-    apart("east", [(x + 5000.5, y) for x, y in GRID], "4100.5 units towards smaller x"),
-    apart("south", [(x, y - 5000) for x, y in GRID], "4250 units towards larger y"),
+    apart("east", [(x + 5000.5, y) for x, y in GRID], "4100.5 units towards smaller x",
+          mends=False),
+    apart("south", [(x, y - 5000) for x, y in GRID], "4250 units towards larger y",
+          mends=False),
 ]
 MISTAKES = HEADERS + NAMES + RECORDS + BOUNDARIES + RINGS + APART
 SOUND = boundary_file(("boundaries", {1: SQUARE}))[0]

@@ -3,6 +3,7 @@
 #include "inspect/advice/content_kind.h"
 #include "inspect/advice/shell_command.h"
 #include "inspect/wording.h"
+#include "text/line_reader.h"
 
 #include <algorithm>
 #include <array>
@@ -19,7 +20,7 @@ namespace {
 
 namespace fs = boost::filesystem;
 
-/// What the parser expected, by the beginning of its error.
+/// Explains an error of the parser, which it recognises by its beginning.
 std::string expectedBy(std::string_view parseError) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 6> expected{{
         {"Abrupt end within tag", "a tag begins here, and the file ends within it"},
@@ -39,17 +40,30 @@ std::string expectedBy(std::string_view parseError) {
     return std::string(found->second) + (element.empty() ? "" : ", " + printable(element));
 }
 
-std::string describeParseError(const CMarkupSTL& document) {
+/// The text of the file from its `line` and `column` on, as far as the line goes.
+std::string textAt(const std::string& path, std::int32_t line, std::int32_t column) {
+    LineReader lines(path);
+    Line text;
+    for (std::int32_t i = 0; i < line; ++i) {
+        lines.next(text);
+    }
+    return std::string(text.text.substr(
+        std::min(static_cast<std::size_t>(std::max(column, 1) - 1), text.text.size())));
+}
+
+std::string describeParseError(const CMarkupSTL& document, const std::string& path) {
     const std::string& error = document.getParseError();
     const std::string place = "line " + std::to_string(document.getParseErrorLine()) + ", column " +
                               std::to_string(document.getParseErrorColumn());
     if (error == "Element tag not found") {
         return "is not complete: the element that begins at " + place + " has no end tag";
     }
-    return "is broken XML at " + place + ": " + expectedBy(error);
+    return "is broken XML at " + place + ": " +
+           quoted(textAt(path, document.getParseErrorLine(), document.getParseErrorColumn())) +
+           ": " + expectedBy(error);
 }
 
-/// The names of the children of the root element, each once.
+/// Returns the names of the first few children of the root element, each name once.
 std::string listChildren(CMarkupSTL& document) {
     std::vector<std::string> names;
     constexpr std::size_t mostNames = 8;
@@ -66,7 +80,7 @@ std::string listChildren(CMarkupSTL& document) {
     return list;
 }
 
-/// The name of the root element: the child of nothing.
+/// Returns the name of the root element.
 std::string nameOfRoot(CMarkupSTL& document) {
     document.resetPosition();
     document.findChildElement("\x01"); // no element has this name: only the root is found
@@ -90,15 +104,15 @@ bool isTavelDgmRoot(const std::string& path) {
 }
 
 std::string adviceOnUnloaded(const std::string& path) {
-    const std::string form = "Write its polygons as XML; the page on file formats shows the form";
     const ContentKind kind = contentKind(path);
     switch (kind) {
     case ContentKind::Gzip:
-        return "unpack it: " + commandFor("gunzip -c < {} > NEWFILE", path);
+        return "unpack it: " + commandFor("gunzip -c < {} > NEWFILE && mv NEWFILE {}", path);
     case ContentKind::Zip:
-        return "unpack it: " + commandFor("unzip -p {} > NEWFILE", path);
+        return "unpack it: " + commandFor("unzip -p {} > NEWFILE && mv NEWFILE {}", path);
     case ContentKind::Utf16:
-        return "convert it: " + commandFor("iconv -f UTF-16 -t UTF-8 {} > NEWFILE", path);
+        return "convert it: " +
+               commandFor("iconv -f UTF-16 -t UTF-8 {} > NEWFILE && mv NEWFILE {}", path);
     case ContentKind::Unreadable:
         return fs::exists(path)
                    ? "give yourself the permission to read it: " + commandFor("chmod u+r {}", path)
@@ -109,7 +123,7 @@ std::string adviceOnUnloaded(const std::string& path) {
     case ContentKind::TextBom:
         return "mend the XML at this place, or export the file again";
     default:
-        return form;
+        return "write its polygons as XML in the form that the page on file formats shows";
     }
 }
 
@@ -153,7 +167,8 @@ std::string describeUnloaded(const std::string& path) {
         return "is " + std::string(name) + ", not a boundary file";
     }
     CMarkupSTL document;
-    return document.loadFile(path.c_str()) ? describeRoot(document) : describeParseError(document);
+    return document.loadFile(path.c_str()) ? describeRoot(document)
+                                           : describeParseError(document, path);
 }
 
 std::string adviceOnFault(const BoundaryFault& fault, const std::string& path) {

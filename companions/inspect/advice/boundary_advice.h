@@ -1,4 +1,4 @@
-/// What to do about a boundary file.
+/// Advice on boundary files.
 #pragma once
 
 #include "boundary/file/boundary_walk.h"
@@ -9,14 +9,15 @@
 
 namespace veldtrim {
 
-/// Why the file at `path` cannot be loaded or has no element TavelDGM, as a predicate: "is empty".
-/// Reads the file again.
+/// Returns why the file at `path` cannot be loaded or has no element TavelDGM, as a predicate such
+/// as "is empty". Reads the file again.
 std::string describeUnloaded(const std::string& path);
 
-/// What to do about the fault; empty if the description of the fault says enough.
+/// Returns what to do about the fault; empty if the description of the fault says enough.
 std::string adviceOnFault(const BoundaryFault& fault, const std::string& path);
 
-/// Sentences on a boundary file that a run reads, but probably not as its author meant.
+/// Returns sentences about a boundary file that a run would read, but probably not as intended.
+/// `polygons` is the number of polygons read.
 std::vector<std::string> adviceOnContents(const BoundaryContents& contents, std::size_t polygons,
                                           const std::string& path);
 

@@ -1,5 +1,6 @@
 #include "inspect/advice/bounds_advice.h"
 
+#include "inspect/advice/shell_command.h"
 #include "inspect/wording.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace veldtrim {
 
 namespace {
 
-/// Overlap of two intervals, as a share of the smaller one; 0 if they are apart.
+/// Returns the overlap of two intervals as a share of the smaller one; 0 if they are disjoint.
 double overlap(double aLow, double aHigh, double bLow, double bHigh) {
     const double low = std::max(aLow, bLow);
     const double high = std::min(aHigh, bHigh);
@@ -46,17 +47,18 @@ bool looksGeographic(const BoundingBox& box) {
 struct Unit {
     double factor; ///< from the points' unit to that of the boundaries
     const char* words;
+    const char* conversion; ///< of a coordinate of the boundaries to the points' unit
 };
 constexpr std::array<Unit, 6> units{{
-    {1000.0, "the points may be in kilometres, the boundaries in metres (a factor of 1000)"},
-    {0.001, "the points may be in metres, the boundaries in kilometres (a factor of 1000)"},
-    {0.3048, "the points may be in feet, the boundaries in metres (a factor of 0.3048)"},
-    {1.0 / 0.3048, "the points may be in metres, the boundaries in feet (a factor of 0.3048)"},
-    {100.0, "the points may be in metres, the boundaries in centimetres (a factor of 100)"},
-    {0.01, "the points may be in centimetres, the boundaries in metres (a factor of 100)"},
+    {1000.0, "the points may be in kilometres, the boundaries in metres", "/ 1000"},
+    {0.001, "the points may be in metres, the boundaries in kilometres", "* 1000"},
+    {0.3048, "the points may be in feet, the boundaries in metres", "/ 0.3048"},
+    {1.0 / 0.3048, "the points may be in metres, the boundaries in feet", "* 0.3048"},
+    {100.0, "the points may be in metres, the boundaries in centimetres", "/ 100"},
+    {0.01, "the points may be in centimetres, the boundaries in metres", "* 100"},
 }};
 
-/// An explanation, and how well points and boundaries overlap if it is right.
+/// An explanation, and the overlap of points and boundaries if it is right.
 struct Guess {
     double overlap;
     std::string text;
@@ -79,8 +81,13 @@ std::string wayFrom(const BoundingBox& points, const BoundingBox& model) {
     return way;
 }
 
-/// Eastings with the number of their zone in front, as in 32,540,050, beside ones without it.
-void guessZone(const BoundingBox& points, const BoundingBox& model, std::vector<Guess>& guesses) {
+/// Introduces the command that moves the boundaries to the points. Records never change.
+constexpr const char* changeBoundaries = ". If so, change the boundary file: ";
+
+/// Guesses that eastings of one side begin with the number of their zone, as in 32,540,050, and
+/// those of the other side do not.
+void guessZone(const BoundingBox& points, const BoundingBox& model, const std::string& path,
+               std::vector<Guess>& guesses) {
     constexpr double zoneUnit = 1e6;
     const double zones = std::round((points.xMin - model.xMin) / zoneUnit);
     if (zones == 0.0 || std::fabs(zones) > 60.0) {
@@ -88,23 +95,36 @@ void guessZone(const BoundingBox& points, const BoundingBox& model, std::vector<
     }
     const bool isInPoints = zones > 0.0;
     const std::string number = std::to_string(static_cast<int>(std::fabs(zones)));
-    guesses.push_back({overlap(shifted(points, -zones * zoneUnit), model),
-                       std::string("x of the ") + (isInPoints ? "points" : "boundaries") +
-                           " may have the number of its zone, " + number +
-                           ", in front of the easting: without it, points and boundaries overlap"});
+    guesses.push_back(
+        {overlap(shifted(points, -zones * zoneUnit), model),
+         std::string("x of the ") + (isInPoints ? "points" : "boundaries") +
+             " may have the number of its zone, " + number +
+             ", in front of the easting: without it, points and boundaries overlap" +
+             changeBoundaries +
+             commandFor(isInPoints ? "sed -i -E 's/ x=\"([0-9]{6})/ x=\"" + number + "\\1/g' {}"
+                                   : "sed -i -E 's/ x=\"" + number + "([0-9]{6})/ x=\"\\1/g' {}",
+                        path)});
 }
 
-std::vector<Guess> guessCauses(const BoundingBox& points, const BoundingBox& model) {
+std::vector<Guess> guessCauses(const BoundingBox& points, const BoundingBox& model,
+                               const std::string& path) {
     std::vector<Guess> guesses;
-    guesses.push_back({overlap(swapped(points), model),
-                       "x and y may be swapped: with x and y of the points exchanged, points and "
-                       "boundaries overlap"});
-    guessZone(points, model, guesses);
+    guesses.push_back(
+        {overlap(swapped(points), model),
+         "x and y may be swapped: with x and y of the points exchanged, points and "
+         "boundaries overlap. If it is the boundaries that are wrong, exchange "
+         "theirs: " +
+             commandFor("sed -i -E 's/ x=/ @=/g; s/ y=/ x=/g; s/ @=/ y=/g' {}", path)});
+    guessZone(points, model, path, guesses);
     for (const Unit& unit : units) {
-        guesses.push_back({overlap(scaled(points, unit.factor), model),
-                           std::string("the units may differ: ") + unit.words});
+        guesses.push_back(
+            {overlap(scaled(points, unit.factor), model),
+             std::string("the units may differ: ") + unit.words + changeBoundaries +
+                 commandFor("perl -i -pe 's{ ([xy])=\"([^\"]*)\"}{\" $1=\\\"\" . ($2 " +
+                                std::string(unit.conversion) + ") . \"\\\"\"}ge' {}",
+                            path)});
     }
-    // Less than this share of the smaller bounds in common may be chance.
+    // An overlap of less than this share of the smaller bounds may be a coincidence.
     constexpr double noticeable = 0.05;
     std::erase_if(guesses, [](const Guess& guess) { return !(guess.overlap > noticeable); });
     std::stable_sort(guesses.begin(), guesses.end(),
@@ -114,20 +134,21 @@ std::vector<Guess> guessCauses(const BoundingBox& points, const BoundingBox& mod
 
 } // namespace
 
-std::vector<std::string> adviceOnBounds(const BoundingBox& points, const BoundingBox& model) {
+std::vector<std::string> adviceOnBounds(const BoundingBox& points, const BoundingBox& model,
+                                        const std::string& path) {
     std::vector<std::string> advice;
     if (points.isEmpty() || model.isEmpty() || points.overlaps(model)) {
         return advice;
     }
     if (looksGeographic(points) != looksGeographic(model)) {
         const bool arePoints = looksGeographic(points);
-        advice.push_back(
-            std::string("the coordinate systems may differ: the ") +
-            (arePoints ? "points" : "boundaries") + " look like degrees, the " +
-            (arePoints ? "boundaries" : "points") +
-            " like metres of a projected grid; convert one to the system of the other");
+        advice.push_back(std::string("the coordinate systems may differ: the ") +
+                         (arePoints ? "points" : "boundaries") + " look like degrees, the " +
+                         (arePoints ? "boundaries" : "points") +
+                         " like metres of a projected grid. Export the boundaries again, in the "
+                         "system of the points");
     }
-    for (Guess& guess : guessCauses(points, model)) {
+    for (Guess& guess : guessCauses(points, model, path)) {
         advice.push_back(std::move(guess.text));
     }
     if (advice.empty()) {

@@ -1,4 +1,4 @@
-/// Why points and boundaries may lie apart.
+/// Advice on points and boundaries that do not overlap.
 #pragma once
 
 #include "geometry/bounding_box.h"
@@ -8,8 +8,10 @@
 
 namespace veldtrim {
 
-/// What may be wrong when points with the bounds `points` and boundaries with the bounds `model`
-/// have nothing in common, the likeliest first; none if the bounds overlap or one is empty.
-std::vector<std::string> adviceOnBounds(const BoundingBox& points, const BoundingBox& model);
+/// Returns what may be wrong if points with the bounds `points` and boundaries with the bounds
+/// `model` do not overlap, the most likely cause first, with the command that changes the boundary
+/// file at `path` accordingly. The result is empty if the bounds overlap or one of them is empty.
+std::vector<std::string> adviceOnBounds(const BoundingBox& points, const BoundingBox& model,
+                                        const std::string& path);
 
 } // namespace veldtrim

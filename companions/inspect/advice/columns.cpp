@@ -46,7 +46,7 @@ std::vector<std::string> fieldsOf(std::string_view line, char separator) {
         }
     }
     if (!fields.empty()) {
-        fields.emplace_back(); // behind a trailing separator
+        fields.emplace_back(); // the empty field after a trailing separator
     }
     return fields;
 }

@@ -1,4 +1,4 @@
-/// The columns of a line of text, however it separates them.
+/// Splits lines of text into columns, whatever their separator.
 #pragma once
 
 #include <string>
@@ -7,17 +7,18 @@
 
 namespace veldtrim {
 
-/// The character that most likely separates the columns of the line: a semicolon, tab, vertical bar
-/// or comma, whichever of them the line holds first in this order, else a blank.
+/// Returns the most likely separator of the columns: the first of semicolon, tab, vertical bar and
+/// comma, in this order, that occurs in the line, else a blank.
 char likelySeparator(std::string_view line);
 
-/// The fields of the line, without white space around them. A blank stands for any white space.
+/// Returns the fields of the line without white space around them. If the separator is a blank, any
+/// white space separates fields.
 std::vector<std::string> fieldsOf(std::string_view line, char separator);
 
-/// Whether the field is a number; a decimal comma is allowed.
+/// Whether the field is a number, possibly with a decimal comma.
 bool looksNumeric(std::string_view field);
 
-/// Whether the first two of the fields are numbers.
+/// Whether there are at least two fields and the first two are numbers.
 bool looksLikeRecord(const std::vector<std::string>& fields);
 
 } // namespace veldtrim

@@ -43,7 +43,8 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-/// UTF-16 without a byte-order mark: plain characters have a zero byte in every second place.
+/// Whether the text seems to be UTF-16 without a byte-order mark. In UTF-16, every second byte of
+/// ASCII text is zero.
 bool looksUtf16(std::string_view start) {
     std::array<std::size_t, 2> zeros{};
     for (std::size_t i = 0; i < start.size(); ++i) {

@@ -1,4 +1,4 @@
-/// What a file holds, by its first bytes.
+/// Recognises the kind of a file by its first bytes.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@ namespace veldtrim {
 enum class ContentKind : std::uint8_t {
     Unreadable, ///< cannot be opened
     Empty,
-    Text,    ///< anything without NUL bytes that is none of the following
-    TextBom, ///< UTF-8 behind a byte-order mark
+    Text,    ///< no NUL bytes, and none of the following kinds
+    TextBom, ///< UTF-8 after a byte-order mark
     Utf16,   ///< with or without a byte-order mark
     Gzip,
     Zip,
@@ -28,13 +28,14 @@ enum class ContentKind : std::uint8_t {
     Binary
 };
 
-/// The beginning of the file at `path`, up to 4 KiB; empty if the file cannot be read.
+/// Returns the first 4 KiB of the file at `path`; empty if the file cannot be read.
 std::string readStart(const std::string& path);
 
-/// The kind of the regular file at `path`. The names of files decide only where their bytes do not.
+/// Returns the kind of the regular file at `path`. Its name does not matter.
 ContentKind contentKind(const std::string& path);
 
-/// What the content is in words, such as "a GeoJSON file"; empty for text and XML.
+/// Returns a description of the kind, such as "a GeoJSON file". It is empty for text, XML, and
+/// files that are empty or unreadable.
 std::string_view nameOf(ContentKind kind);
 
 } // namespace veldtrim

@@ -29,7 +29,7 @@ std::string inLowerCase(std::string text) {
     return text;
 }
 
-/// Whether people use this ending for text files of points.
+/// Whether the ending is common for text files of points.
 bool isUsualForPoints(const std::string& extension) {
     constexpr std::array<std::string_view, 8> usual{".csv", ".asc",  ".dat", ".pts",
                                                     ".tsv", ".xyzi", ".grd", ""};
@@ -37,8 +37,8 @@ bool isUsualForPoints(const std::string& extension) {
            std::find(usual.begin(), usual.end(), extension) != usual.end();
 }
 
-/// How to get text with one point per line out of a file of this kind; empty if there is nothing to
-/// say.
+/// Returns how to convert a file of this kind to text with one point per line, or what is wrong
+/// with its content; empty if there is nothing to say.
 std::string adviceOnContent(ContentKind kind, const std::string& start, const std::string& path) {
     const std::string what = "it holds " + std::string(nameOf(kind)) + ", not text. ";
     switch (kind) {
@@ -51,15 +51,22 @@ std::string adviceOnContent(ContentKind kind, const std::string& start, const st
         const bool isMarked = start[0] == '\xFF' || start[0] == '\xFE';
         const char* const code = isMarked ? "UTF-16" : start[0] == '\0' ? "UTF-16BE" : "UTF-16LE";
         return "it holds UTF-16 text. Convert it: " +
-               commandFor(std::string("iconv -f ") + code + " -t UTF-8 {} > NEWFILE", path);
+               commandFor(std::string("iconv -f ") + code +
+                              " -t UTF-8 {} > NEWFILE && mv NEWFILE {}",
+                          path);
     }
     case ContentKind::Gzip:
-        return what + "Unpack it: " + commandFor("gunzip -c < {} > NEWFILE", path);
+        return what + "Unpack it: " +
+               (path.ends_with(".gz")
+                    ? commandFor("gunzip {}", path)
+                    : commandFor("gunzip -c < {} > NEWFILE && mv NEWFILE {}", path));
     case ContentKind::Zip:
-        return what + "Unpack it: " + commandFor("unzip -p {} > NEWFILE", path);
+        return what + "Unpack it: " + commandFor("unzip -p {} > NEWFILE && mv NEWFILE {}", path);
     case ContentKind::Tiff:
         return what + "Convert it: " +
-               commandFor("gdal_translate -of XYZ -co ADD_HEADER_LINE=YES {} NEWFILE", path);
+               commandFor(
+                   "gdal_translate -of XYZ -co ADD_HEADER_LINE=YES {} NEWFILE && mv NEWFILE {}",
+                   path);
     case ContentKind::Las:
         return what + "Convert it to text with one point per line under the header x;y;z";
     case ContentKind::Text:
@@ -72,7 +79,7 @@ std::string adviceOnContent(ContentKind kind, const std::string& start, const st
     }
 }
 
-/// Advice on a file whose name does not end as those of input files do.
+/// Returns advice on a file whose name does not have an accepted ending.
 std::string adviceOnName(const std::string& start, const std::string& path) {
     const fs::path name(path);
     const std::string extension = inLowerCase(name.extension().string());
@@ -106,9 +113,9 @@ std::string adviceOnSkipped(const FileReport& file, const std::string& path) {
     const bool isNamed = hasInputExtension(file.name);
     const bool isHandled =
         isNamed || isUsualForPoints(inLowerCase(fs::path(path).extension().string()));
-    const std::string advice = isHandled || kind == ContentKind::Gzip || kind == ContentKind::Las
-                                   ? adviceOnContent(kind, start, path)
-                                   : std::string();
+    std::string advice = isHandled || kind == ContentKind::Gzip || kind == ContentKind::Las
+                             ? adviceOnContent(kind, start, path)
+                             : std::string();
     if (!advice.empty()) {
         return advice;
     }
@@ -117,21 +124,22 @@ std::string adviceOnSkipped(const FileReport& file, const std::string& path) {
 
 void adviseOnCommas(const FileReport& file, const std::string& path,
                     std::vector<std::string>& advice) {
-    if (file.decimalCommas == 0) {
+    if (file.decimalComma.empty()) {
         return;
     }
     advice.push_back(
         file.header.separator == ','
             ? "commas may both separate the columns and stand in the numbers: export the file "
               "again with decimal points"
-            : "its numbers have decimal commas, which end a number: write decimal points: " +
-                  commandFor("sed -i '2,$s/,/./g' {}", path));
+            : "its numbers have decimal commas, which end a number: " + quoted(file.decimalComma) +
+                  " is read as " + file.decimalComma.substr(0, file.decimalComma.find(',')) +
+                  ". Write decimal points: " + commandFor("sed -i '2,$s/,/./g' {}", path));
 }
 
-/// Advice on a file without any readable record.
+/// Adds advice on a file without any readable record.
 void adviseOnRecords(const FileReport& file, const std::string& path,
                      std::vector<std::string>& advice) {
-    std::string text = readStart(path);
+    const std::string text = readStart(path);
     std::string_view rest = text;
     const std::string_view header = takeLine(rest);
     const std::string_view record = takeLine(rest);
@@ -149,17 +157,23 @@ void adviseOnRecords(const FileReport& file, const std::string& path,
             ", but the records are separated by " + describeSeparator(separator) +
             ". Replace the header: " + replaceHeader(separator, hasG, path));
     } else if (!file.header.hasSeparator()) {
-        advice.push_back("a node header names the separator as its fourth character; without it no "
-                         "record is read");
+        advice.emplace_back(
+            "a node header names the separator as its fourth character; without it no "
+            "record is read");
     } else {
-        advice.push_back("none of its records can be read: compare the lines named above with the "
-                         "header");
+        advice.emplace_back(
+            "none of its records can be read: compare the lines named above with the "
+            "header");
     }
 }
 
 void adviseOnFirstColumn(const FileReport& file, const std::string& path,
                          std::vector<std::string>& advice) {
-    const char separator = file.header.separator;
+    // A node header such as nr;x;y;z may name another separator than the records have.
+    const std::string start = readStart(path);
+    std::string_view rest = start;
+    takeLine(rest);
+    const char separator = likelySeparator(takeLine(rest));
     if (file.firstColumns == FirstColumns::YBeforeX) {
         advice.push_back("the header may name y before x, but the first column is always read as "
                          "x. If so, exchange them: " +
@@ -188,7 +202,8 @@ std::vector<std::string> adviceOnFile(const FileReport& file, const std::string&
     }
     adviseOnCommas(file, path, advice);
     adviseOnFirstColumn(file, path, advice);
-    if (file.counts.records > 0 && file.counts.unparsed == file.counts.records) {
+    if (file.firstColumns == FirstColumns::Usual && file.counts.records > 0 &&
+        file.counts.unparsed == file.counts.records) {
         adviseOnRecords(file, path, advice);
     }
     if (file.lastLineUnread) {

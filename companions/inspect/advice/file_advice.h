@@ -1,4 +1,4 @@
-/// What to do about one file of the input directory.
+/// Advice on a file of the input directory.
 #pragma once
 
 #include "inspect/report.h"
@@ -8,8 +8,8 @@
 
 namespace veldtrim {
 
-/// Sentences on what is wrong with the file at `path`, as its report says, and what to do; none for
-/// a file that needs nothing. Opens the file again if it is skipped.
+/// Returns sentences that say what is wrong with the file at `path`, according to its report, and
+/// what to do. The result is empty for a sound file. May read the beginning of the file again.
 std::vector<std::string> adviceOnFile(const FileReport& file, const std::string& path);
 
 } // namespace veldtrim

@@ -34,7 +34,7 @@ constexpr std::array<Name, 32> usualNames{{
     {"nr", Axis::Number},   {"no", Axis::Number}, {"point", Axis::Number}, {"number", Axis::Number},
 }};
 
-/// What the names of the header say, and why a run does not accept it.
+/// The meanings of the names in a header, and the reason why a run does not accept it.
 struct HeaderNames {
     std::vector<Axis> axes;
     std::string fault;
@@ -56,7 +56,7 @@ bool hasLetter(std::string_view text, int (*isKind)(int)) {
     return std::any_of(text.begin(), text.end(), [&](unsigned char c) { return isKind(c) != 0; });
 }
 
-/// The fault of a header that names x, y and z in this order.
+/// Returns the fault of a header that is not accepted although it may name x, y and z.
 std::string faultOfForm(std::string_view line, const std::vector<std::string>& fields) {
     if (fields.back().empty()) {
         return "it ends with a separator";
@@ -64,8 +64,9 @@ std::string faultOfForm(std::string_view line, const std::vector<std::string>& f
     if (fields.size() > 4) {
         return "it names further columns";
     }
-    const bool areLetters =
-        std::all_of(fields.begin(), fields.end(), [](const auto& f) { return f.size() == 1; });
+    const bool areLetters = std::all_of(
+        fields.begin(), fields.begin() + std::min<std::ptrdiff_t>(3, std::ssize(fields)),
+        [](const std::string& field) { return field.size() == 1; });
     if (!areLetters) {
         return "its columns have other names";
     }
@@ -107,7 +108,7 @@ bool beginsWith(const std::vector<Axis>& axes, std::initializer_list<Axis> wante
 std::string letters(char separator, bool hasG) {
     std::string text;
     for (const char letter : std::string_view(hasG ? "xyzg" : "xyz")) {
-        // sed reads "\t" as a tab; a shell would show a tab itself as blanks.
+        // sed reads "\t" as a tab. A tab itself would look like blanks in the report.
         const std::string between = separator == '\t' ? "\\t" : std::string(1, separator);
         text += (text.empty() ? "" : between) + letter;
     }
@@ -134,7 +135,7 @@ std::string_view takeLine(std::string_view& text) {
 
 FirstColumns firstColumnsOf(std::string_view line, ElevationHeader header) {
     const HeaderNames names = readNames(line);
-    if (header.columns() > 0 || !header.hasSeparator() || names.axes.size() < 3) {
+    if (header.columns() > 0 || names.axes.size() < 3) {
         return FirstColumns::Usual;
     }
     if (names.axes[1] == Axis::X && names.axes[2] == Axis::Y) {
@@ -158,10 +159,11 @@ std::string removeFirstColumn(char separator, const std::string& path) {
 
 std::string exchangeColumns(char separator, const std::string& path) {
     const std::string sign = separator == '\t' ? "\\t" : std::string(1, separator);
-    return commandFor("awk -F'" + sign + "' -v OFS='" + sign + "' 'NR == 1 {print \"" +
-                          letters(separator, false) +
-                          "\"; next} {t = $1; $1 = $2; $2 = t; print}' {} > NEWFILE",
-                      path);
+    return commandFor(
+        "awk -F'" + sign + "' -v OFS='" + sign + "' 'NR == 1 {print \"" +
+            letters(separator, false) +
+            "\"; next} {t = $1; $1 = $2; $2 = t; print}' {} > NEWFILE && mv NEWFILE {}",
+        path);
 }
 
 std::string adviceOnHeader(std::string_view start, const std::string& path) {

@@ -30,15 +30,16 @@ public:
     }
 
 private:
-    const BoundaryVertex& vertex(const BoundaryPolygon& polygon, std::size_t i) const {
+    [[nodiscard]] const BoundaryVertex& vertex(const BoundaryPolygon& polygon,
+                                               std::size_t i) const {
         return vertices_[static_cast<std::size_t>(polygon.vertexIndices[i])];
     }
 
-    std::string name(std::size_t polygon) const {
+    [[nodiscard]] std::string name(std::size_t polygon) const {
         return "polygon " + std::to_string(ids_[polygon]);
     }
 
-    /// Whether no vertex of `inner` is outside `outer`, and one is inside.
+    /// Whether no vertex of `inner` is outside `outer`, and at least one is inside.
     bool encloses(std::uint32_t outer, const BoundaryPolygon& inner) {
         bool isInside = false;
         for (std::size_t i = 0; i < inner.vertexIndices.size() && budget_ > 0; ++i, --budget_) {
@@ -75,7 +76,7 @@ private:
     }
 
     struct Edge {
-        std::array<double, 4> ends; ///< the lesser end first
+        std::array<double, 4> ends; ///< x and y of the left end, then of the right end
         std::size_t polygon;
 
         bool operator<(const Edge& other) const {
@@ -84,7 +85,7 @@ private:
     };
 
     /// The edge from vertex i of the polygon if it is neither horizontal nor vertical.
-    std::optional<Edge> slantedEdge(std::size_t polygon, std::size_t i) const {
+    [[nodiscard]] std::optional<Edge> slantedEdge(std::size_t polygon, std::size_t i) const {
         const BoundaryPolygon& ring = polygons_[polygon];
         const BoundaryVertex& a = vertex(ring, i);
         const BoundaryVertex& b = vertex(ring, (i + 1) % ring.vertexIndices.size());
@@ -134,7 +135,7 @@ private:
     const std::vector<BoundaryVertex>& vertices_;
     PolygonFinder& finder_;
     const std::vector<std::int32_t>& ids_;
-    std::size_t budget_ = 20'000'000; ///< comparisons that are left
+    std::size_t budget_ = 20'000'000; ///< remaining comparisons
     std::vector<PolygonRemark> remarks_;
 };
 

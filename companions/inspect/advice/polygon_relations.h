@@ -1,4 +1,4 @@
-/// How the polygons of a model lie to each other.
+/// Remarks on polygons that enclose each other or share edges.
 #pragma once
 
 #include "boundary/model/boundary_model.h"
@@ -10,14 +10,14 @@
 
 namespace veldtrim {
 
-/// A sentence on one polygon.
+/// A sentence about one polygon.
 struct PolygonRemark {
     std::size_t polygon = 0; ///< its position in the model
     std::string text;
 };
 
-/// Sentences on polygons inside another one, which cut no hole, and on polygons that share an edge
-/// that is neither horizontal nor vertical. `ids` are those of the polygons.
+/// Returns sentences about polygons inside others, which do not cut holes, and about polygons that
+/// share an edge that is neither horizontal nor vertical. `ids` are the ids of the polygons.
 ///
 /// Compares at most a fixed number of vertices, so that very large models may get fewer sentences.
 std::vector<PolygonRemark> remarksOnRelations(const BoundaryModel& model, PolygonFinder& finder,

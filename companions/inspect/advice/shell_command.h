@@ -6,7 +6,8 @@
 
 namespace veldtrim {
 
-/// `pattern` with each "{}" replaced by `path`, quoted for a POSIX shell if it needs to be.
+/// Returns `pattern` with each "{}" replaced by `path`, which is quoted for a POSIX shell if
+/// necessary.
 std::string commandFor(std::string_view pattern, const std::string& path);
 
 } // namespace veldtrim

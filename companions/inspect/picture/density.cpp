@@ -20,7 +20,7 @@ std::int64_t half(std::int64_t cell) {
     return cell >> 1;
 }
 
-/// Adds up to the largest count, not beyond.
+/// Adds counts, but not beyond the largest possible value.
 void addTo(Density::Counts& sum, const Density::Counts& counts) {
     for (std::size_t i = 0; i < sum.size(); ++i) {
         const std::uint32_t room = UINT32_MAX - sum[i];
@@ -30,7 +30,7 @@ void addTo(Density::Counts& sum, const Density::Counts& counts) {
 
 } // namespace
 
-/// Places the cells around the first point. They cover less than any scan does, and grow later.
+/// Places the cells around the first point. They cover less than any scan and grow later.
 void Density::begin(double x, double y) {
     constexpr double share = 1e-6;
     const double extent = std::max({std::fabs(x), std::fabs(y), 1.0}) * share;
@@ -39,7 +39,7 @@ void Density::begin(double x, double y) {
     firstRow_ = static_cast<std::int64_t>(std::floor(y / size_)) - side / 2;
 }
 
-/// Finds the cell of a point; false when there is none yet.
+/// Finds the cell of a point. Returns false if the cells do not reach it yet.
 bool Density::find(double x, double y, Cell& cell) const {
     const double column = std::floor(x / size_);
     const double row = std::floor(y / size_);
@@ -69,7 +69,7 @@ void Density::add(double x, double y, Kind kind) {
     count += count != UINT32_MAX ? 1U : 0U;
 }
 
-/// Doubles the size of the cells and extends them towards the point.
+/// Doubles the size of the cells, so that they reach further towards the point.
 void Density::grow(double x, double y) {
     constexpr std::int64_t spare = side / 2 - 1;
     Density grown;
@@ -86,8 +86,8 @@ void Density::grow(double x, double y) {
     cells_ = std::move(grown.cells_);
 }
 
-/// Whether nearly all cells between the first and the last filled one of each row are filled: those
-/// of a regular grid of points are when they are at least as wide as its step.
+/// Whether nearly all cells are filled between the first and the last filled cell of each row. For
+/// a regular grid of points, this is true if the cells are at least as wide as its spacing.
 bool Density::fillsItsArea() const {
     constexpr double nearlyAll = 0.9;
     std::int64_t filled = 0;

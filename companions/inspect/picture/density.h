@@ -1,4 +1,4 @@
-/// How many points lie where, in memory that does not grow with their number.
+/// Counts points per area, in memory that does not grow with their number.
 #pragma once
 
 #include <array>
@@ -8,8 +8,8 @@
 
 namespace veldtrim {
 
-/// Counts kept and dropped points in square cells. When a point lies outside the cells, they double
-/// their size, and four become one.
+/// Counts kept and dropped points in square cells. If a point lies outside all cells, their size
+/// doubles: each four are merged into one.
 class Density {
 public:
     enum Kind : std::uint8_t { Kept, Dropped };
@@ -20,16 +20,15 @@ public:
 
     Density() : cells_(static_cast<std::size_t>(side * side)) {}
 
-    /// Counts a point. Coordinates beyond largestCoordinate and those that are not numbers do not
-    /// count.
+    /// Counts a point. Ignores it if a coordinate exceeds largestCoordinate or is not a number.
     void add(double x, double y, Kind kind);
 
-    /// The lower left corner of the cells. Row numbers grow with y.
+    /// The lower left corner of the cells. Row numbers increase with y.
     [[nodiscard]] double xMin() const { return static_cast<double>(firstColumn_) * size_; }
     [[nodiscard]] double yMin() const { return static_cast<double>(firstRow_) * size_; }
     [[nodiscard]] double cellSize() const { return size_; }
 
-    /// Calls `visit` with column, row and counts of every cell that holds a point.
+    /// Calls `visit` with the column, row and counts of every cell that contains a point.
     template <typename Visit>
     void forEachFilledCell(Visit visit) const {
         for (std::int64_t row = 0; row < side; ++row) {
@@ -47,17 +46,17 @@ public:
         double y;
         Kind kind;
     };
-    /// The first points, as many as this, are stored beside the cells.
+    /// Up to this number, points are stored as well as counted.
     static constexpr std::size_t mostPoints = 30000;
     [[nodiscard]] bool hasAllPoints() const { return pointCount_ <= mostPoints; }
     [[nodiscard]] const std::vector<Point>& points() const { return points_; }
 
-    /// A copy with cells so large that nearly all of them hold a point wherever points are spread
-    /// evenly.
+    /// Returns a copy with cells so large that nearly all cells in areas of evenly spread points
+    /// are filled.
     [[nodiscard]] Density coarsened() const;
 
 private:
-    /// A cell by its position in the plane; the cell that begins at 0 is number 0.
+    /// A cell, numbered by its position in the plane. Cell 0 begins at the coordinate 0.
     struct Cell {
         std::int64_t column;
         std::int64_t row;
@@ -71,7 +70,7 @@ private:
     [[nodiscard]] bool fillsItsArea() const;
 
     double size_ = 0.0;            ///< of a cell; 0 before the first point
-    std::int64_t firstColumn_ = 0; ///< number of the left column in the plane
+    std::int64_t firstColumn_ = 0; ///< number of the leftmost column in the plane
     std::int64_t firstRow_ = 0;
     std::vector<Counts> cells_;
     std::vector<Point> points_;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double textSize = 11.0;
 
-/// The largest of 1, 2 and 5 times a power of ten up to `longest`.
+/// Returns the largest number up to `longest` that is 1, 2 or 5 times a power of ten.
 double roundLength(double longest) {
     const double decade = std::pow(10.0, std::floor(std::log10(longest)));
     const double ratio = longest / decade;

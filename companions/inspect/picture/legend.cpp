@@ -14,7 +14,7 @@ namespace {
 
 constexpr double textSize = 13.0;
 
-/// A column of lines, from the top down.
+/// Writes a column of lines from top to bottom.
 class Legend {
 public:
     Legend(cairo_t* page, double x, double y) : page_(page), x_(x), y_(y) {}
@@ -26,7 +26,7 @@ public:
 
     void line(const std::string& words) { drawText(page_, words, x_, y_, textSize); }
 
-    /// A line behind a box in the colour that it explains.
+    /// Writes a line after a box in the colour that it explains.
     void entry(const std::string& words, const Colour& colour, double alpha, bool isOutlined) {
         constexpr double box = 13.0;
         setColour(page_, colour, alpha);

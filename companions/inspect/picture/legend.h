@@ -12,8 +12,8 @@ namespace veldtrim {
 constexpr double legendWidth = 270.0;
 constexpr double legendHeight = 540.0;
 
-/// Writes to the right of `view` what a run keeps and what the colours mean. Where the polygons
-/// reach beyond the view, a small map of everything shows where the view is.
+/// Writes what a run keeps, and what the colours mean, to the right of `view`. If polygons reach
+/// beyond the view, adds a small map of everything that shows where the view is.
 void drawLegend(cairo_t* page, const Inspection& inspection, const View& view);
 
 } // namespace veldtrim

@@ -46,7 +46,7 @@ void drawContent(cairo_t* page, const Inspection& inspection, const View& view) 
 } // namespace
 
 void drawPicture(const Inspection& inspection, const std::string& path) {
-    // Also a narrow strip of points gets a view that is wide enough to see.
+    // Even a narrow strip of points gets a view that is wide enough to see.
     constexpr double longestSide = 860.0;
     constexpr double shortestSide = 330.0;
     const View view = viewOf(boundsOfInterest(inspection.report), longestSide, shortestSide);

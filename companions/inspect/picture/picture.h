@@ -7,11 +7,11 @@
 
 namespace veldtrim {
 
-/// Draws polygons, kept and dropped points, scale and legend to the file at `path`: as SVG where
-/// the path ends in ".svg", else as PNG. The inspection must hold a density.
+/// Draws polygons, kept and dropped points, scale and legend to the file at `path`: as SVG if the
+/// path ends in ".svg", else as PNG. The inspection must contain a density.
 ///
-/// Throws std::runtime_error with the reason when the file cannot be written; a part of it may then
-/// be there.
+/// Throws std::runtime_error with the reason if the file cannot be written; a part of the file may
+/// then exist.
 void drawPicture(const Inspection& inspection, const std::string& path);
 
 } // namespace veldtrim

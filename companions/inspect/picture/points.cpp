@@ -36,8 +36,8 @@ void drawDots(cairo_t* page, const Density& density, const BoundingBox& box, con
     drawDots(page, density, Density::Kept, keptColour, size, view);
 }
 
-/// The mixture of both colours, more opaque where there are more points. Cairo wants the channels
-/// premultiplied by the opacity.
+/// Returns a mixture of both colours, which is more opaque the more points the cell contains. Cairo
+/// expects channels premultiplied by the opacity.
 std::uint32_t pixelOf(const Density::Counts& cell, std::uint32_t most) {
     const double kept = cell[Density::Kept];
     const double dropped = cell[Density::Dropped];
@@ -54,7 +54,7 @@ std::uint32_t pixelOf(const Density::Counts& cell, std::uint32_t most) {
            channel(keptColour.blue, droppedColour.blue);
 }
 
-/// An image with one pixel for each cell, the top row first; null for lack of memory.
+/// Returns an image with one pixel per cell, the top row first, or null if memory runs out.
 Surface imageOf(const Density& density) {
     std::uint32_t most = 1;
     density.forEachFilledCell([&](std::int64_t, std::int64_t, const Density::Counts& cell) {

@@ -8,8 +8,8 @@
 
 namespace veldtrim {
 
-/// Draws each point as a dot where `density` still holds all of them, else an image of how many
-/// kept and dropped points lie where. `bounds` are those of the points.
+/// Draws each point as a dot if `density` has stored all points, else an image of the density of
+/// kept and dropped points. `bounds` are those of the points.
 void drawPoints(cairo_t* page, const Density& density, const BoundingBox& bounds, const View& view);
 
 } // namespace veldtrim

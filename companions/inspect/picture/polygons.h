@@ -8,7 +8,7 @@
 
 namespace veldtrim {
 
-/// Fills each polygon with a transparent colour: polygons that overlap look darker.
+/// Fills each polygon with a transparent colour, so that overlaps look darker.
 void fillPolygons(cairo_t* page, const BoundaryModel& model, const View& view);
 
 /// Draws the edges of each polygon.

@@ -1,4 +1,4 @@
-/// Cairo's handles, which release themselves.
+/// Handles of Cairo objects, which release the objects.
 #pragma once
 
 #include <cairo.h>

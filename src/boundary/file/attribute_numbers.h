@@ -28,8 +28,8 @@ class AttributeNumbers {
 public:
     explicit AttributeNumbers(const CMarkupSTL& document) : document_(document) {}
 
-    /// Reads the attribute `name` of the document's child position as a number. Returns false, with
-    /// `value` unspecified, when the attribute is missing or not a number.
+    /// Reads the attribute `name` of the document's child position as a number. Returns false and
+    /// leaves `value` unspecified if the attribute is missing or not a number.
     bool read(const char* name, Number& value) {
         const std::string_view source = document_.getChildAttributeSource(name);
         if (source.size() <= usualLength) {
@@ -52,7 +52,7 @@ private:
         bool isNumber = false;
     };
 
-    /// Longer than any number that somebody writes on purpose.
+    /// No meaningful number is longer than this.
     static constexpr std::size_t usualLength = 256;
 
     const CMarkupSTL& document_;

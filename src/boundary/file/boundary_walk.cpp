@@ -9,13 +9,13 @@ namespace veldtrim {
 
 namespace {
 
-/// One walk, from the loaded document into the model.
+/// Copies the polygons of a loaded document into the model.
 class Walk {
 public:
     Walk(CMarkupSTL& document, BoundaryModel& model, BoundarySink& sink)
         : document_(document), model_(model), sink_(sink), reals_(document), integers_(document) {}
 
-    /// Reads every group below the main position, the element TavelDGM.
+    /// Reads all groups below the main position, which must be the element TavelDGM.
     bool readGroups() {
         while (document_.findChildElement("group")) {
             const std::string type = document_.getChildAttribute("type");
@@ -57,7 +57,7 @@ private:
     bool readPoints(BoundaryPolygon& polygon) {
         while (document_.findChildElement("point")) {
             BoundaryVertex vertex;
-            std::int32_t segmentType = 0; // must be there and a number; nothing uses its value
+            std::int32_t segmentType = 0; // must be an integer, but is not used
             if (!readAttribute(reals_, "x", vertex.x) || !readAttribute(reals_, "y", vertex.y) ||
                 !readAttribute(integers_, "segmenttype", segmentType)) {
                 return false;
@@ -68,7 +68,7 @@ private:
         return true;
     }
 
-    /// Notes the attribute as the one at fault when it cannot be read.
+    /// Reads an attribute of the child position. Records it in `fault_` if it cannot be read.
     template <typename Number>
     bool readAttribute(AttributeNumbers<Number>& numbers, const char* name, Number& value) {
         if (numbers.read(name, value)) {
@@ -90,7 +90,7 @@ private:
     BoundarySink& sink_;
     AttributeNumbers<double> reals_;
     AttributeNumbers<std::int32_t> integers_;
-    BoundaryFault fault_; ///< where the walk is, in case that it fails
+    BoundaryFault fault_; ///< the current position, for reporting a failure
 };
 
 } // namespace

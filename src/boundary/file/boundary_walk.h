@@ -1,4 +1,4 @@
-/// The walk through a boundary file, which fills a model and reports what it meets.
+/// Walks through a boundary file, fills a model, and reports what it finds.
 #pragma once
 
 #include "boundary/model/boundary_model.h"
@@ -12,8 +12,7 @@ namespace veldtrim {
 
 class CMarkupSTL;
 
-/// Why a boundary file was not read to its end. The views are valid only during the call that
-/// hands the fault over.
+/// Why a boundary file could not be read. The views are valid only during the call of onFault.
 struct BoundaryFault {
     enum class Kind : std::uint8_t {
         NotLoaded,  ///< the file cannot be read, is not XML, or holds no element
@@ -23,18 +22,18 @@ struct BoundaryFault {
     };
     Kind kind = Kind::NotLoaded;
 
-    /// NotLoaded: what the XML parser says; empty when it has nothing to parse.
+    /// NotLoaded: the error message of the XML parser; empty if it has none.
     std::string_view parseError;
 
     // PolygonId and Point.
-    std::size_t polygon = 0;    ///< position among the polygons of the file, from 0
+    std::size_t polygon = 0;    ///< position among the polygons of the groups read, from 0
     std::size_t point = 0;      ///< Point: position in the polygon, from 0
     std::int32_t polygonId = 0; ///< Point: the id of that polygon
-    const char* attribute = ""; ///< the name of the attribute at fault
-    std::string_view value;     ///< its value as written in the file; empty when it is missing
+    const char* attribute = ""; ///< the name of the faulty attribute
+    std::string_view value;     ///< its value as written in the file; empty if it is missing
 };
 
-/// Receives what the walk meets, in document order. A sink overrides what it wants to know.
+/// Receives what the walk finds, in document order. By default, each event is ignored.
 class BoundarySink {
 public:
     BoundarySink() = default;
@@ -45,13 +44,13 @@ public:
     /// The element TavelDGM, which holds the groups.
     virtual void onTavelDgm() {}
 
-    /// A group; `isRead` tells whether its type is "boundaries", else the walk ignores its content.
+    /// A group. `isRead` is true if its type is "boundaries"; else the walk ignores its content.
     virtual void onGroup(std::string_view /*type*/, bool /*isRead*/) {}
 
     /// The start of a polygon.
     virtual void onPolygon(std::int32_t /*id*/) {}
 
-    /// A point that was read: the child position of the document.
+    /// A point that was read. It is the child position of the document.
     virtual void onPoint(const CMarkupSTL& /*document*/) {}
 
     /// The end of that polygon, which now belongs to the model.
@@ -61,11 +60,11 @@ public:
     virtual void onFault(const BoundaryFault& /*fault*/) {}
 };
 
-/// Appends the polygons of the boundary file at `path` to `model` and reports to `sink`. The format
-/// is the one that readin_b_XML describes.
+/// Appends the polygons of the boundary file at `path` to `model` and reports to `sink`.
+/// readin_b_XML describes the format.
 ///
-/// Returns false after the first failure, which is the last that `sink` hears of. Vertices and
-/// whole polygons read before the failure stay in the model.
+/// Returns false after the first failure, which is the last event that `sink` receives. Vertices
+/// and whole polygons read before the failure stay in the model.
 bool walkBoundaryFile(const std::string& path, BoundaryModel& model, BoundarySink& sink);
 
 } // namespace veldtrim

@@ -1,4 +1,4 @@
-/// The cells of the point index, a word of 64 bits each. See README.md.
+/// The cells of the point index, of 64 bits each. README.md describes their format.
 #pragma once
 
 #include "boundary/index/edge.h"
@@ -8,8 +8,8 @@
 
 namespace veldtrim {
 
-/// One to three successive edges of a ring, and the parity of all its others: a leaf so small that
-/// it fits into its cell.
+/// A leaf so small that it fits into its cell: one to three successive edges of a ring, and the
+/// parity of the ring's other edges.
 class Run {
 public:
     static constexpr std::size_t longest = 3;
@@ -18,7 +18,7 @@ public:
         : bits_(std::uint64_t{firstEdge} << edgeShift | std::uint64_t{size} << sizeShift |
                 (odd ? oddBit : 0)) {}
 
-    /// Sets which ends of the edge at `position` count; none do before.
+    /// Sets which ends of the edge at `position` count. Must not be called twice for an edge.
     constexpr void setEnds(std::size_t position, CountingEnds ends) {
         bits_ |= std::uint64_t{ends.bits()} << endsShiftOf(position);
     }
@@ -30,7 +30,7 @@ public:
         return CountingEnds::fromBits(static_cast<Word>(bits_ >> endsShiftOf(position)));
     }
 
-    /// The run in 61 bits, and back.
+    /// Converts the run to 61 bits and back.
     [[nodiscard]] constexpr std::uint64_t bits() const { return bits_; }
     static constexpr Run fromBits(std::uint64_t bits) {
         Run run(0, 0, false);
@@ -52,18 +52,18 @@ private:
     std::uint64_t bits_;
 };
 
-/// What the index knows of a cell. The lowest three bits are its kind.
+/// A cell of the tree: its kind in the lowest three bits, and the content of that kind.
 class Cell {
 public:
     enum class Kind : std::uint8_t {
-        Outside, ///< as a whole
-        Inside,  ///< as a whole
-        Leaf,    ///< a list of groups among the leaves
-        Split,   ///< into four quarters
+        Outside, ///< the whole cell is outside
+        Inside,  ///< the whole cell is inside
+        Leaf,    ///< has a list of groups among the leaves
+        Split,   ///< has four quarters
         Run
     };
 
-    /// A cell outside.
+    /// An outside cell.
     constexpr Cell() = default;
     static constexpr Cell inside() { return {Kind::Inside, 0}; }
     static constexpr Cell leafAt(std::size_t position) { return {Kind::Leaf, position}; }
@@ -72,14 +72,14 @@ public:
 
     [[nodiscard]] constexpr Kind kind() const { return static_cast<Kind>(bits_ & kindMask); }
 
-    /// Of a leaf: the position of its first word among those of all leaves.
+    /// For a leaf: the position of its first word among those of all leaves.
     [[nodiscard]] constexpr std::size_t leafPosition() const { return bits_ >> kindBits; }
 
-    /// Of a split cell: the position of its first quarter. The quarters are successive cells: south
-    /// west, south east, north west, north east.
+    /// For a split cell: the position of its first quarter. The quarters follow each other in the
+    /// order south west, south east, north west, north east.
     [[nodiscard]] constexpr std::size_t firstQuarter() const { return bits_ >> kindBits; }
 
-    /// Of a run.
+    /// For a run.
     [[nodiscard]] constexpr Run run() const { return Run::fromBits(bits_ >> kindBits); }
 
 private:

@@ -9,8 +9,8 @@ namespace veldtrim {
 
 namespace {
 
-/// An edge that rises less has its whole width at each of its heights: the quotient in the crossing
-/// abscissa could underflow.
+/// An edge that rises less is taken to have its whole width at every height, because the quotient
+/// that locates a crossing could underflow.
 constexpr double smallestRise = 1e-140;
 
 struct Interval {
@@ -18,7 +18,7 @@ struct Interval {
     double high;
 };
 
-/// The abscissas of the part of an edge between two heights.
+/// Returns the x range of the part of an edge between two heights.
 Interval clip(const BoundaryVertex* ends, double yLow, double yHigh) {
     const bool rises = ends[0].y < ends[1].y;
     const BoundaryVertex& lower = ends[rises ? 0 : 1];
@@ -57,13 +57,13 @@ void CellSplitter::split(const GroupList& groups, Quarters& quarters) const {
     }
 }
 
-/// The one quarter that the ring's bounds come near; null when there are several.
+/// Returns the only quarter near the ring's bounds, or null if there is not exactly one.
 ///
-/// The group can be given to it as it is: what it says of the points of this cell holds for those
-/// of a part of it. All points of the other quarters lie outside the polygon.
+/// That quarter can take over the group unchanged, because a group that is valid for all points of
+/// a cell is valid for any part of the cell. All points of the other quarters are outside.
 Quarter* CellSplitter::onlyQuarterOf(const Group& group, Quarters& quarters) const {
     if (group.head.isLine()) {
-        return nullptr; // may hold points a little outside its bounds
+        return nullptr; // may contain points slightly outside its bounds
     }
     const BoundingBox near = polygons_[group.number].bounds.widenedBy(margin_);
     Quarter* only = nullptr;
@@ -98,7 +98,8 @@ void CellSplitter::splitGroup(const Group& group, Quarters& quarters) const {
     }
 }
 
-/// Adds the edge to the open group of each quarter: to its edges, or to its parity.
+/// Adds the edge to the open group of each quarter: to the edges if it comes near the quarter, else
+/// to the parity.
 void CellSplitter::splitEdge(IndexEdge edge, Quarters& quarters) const {
     const BoundaryVertex* const ends = &ringVertices_[edge.number()];
     const double lowest = std::min(ends[0].y, ends[1].y);

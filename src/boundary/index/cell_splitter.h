@@ -1,4 +1,4 @@
-/// One step of building the tree: what the quarters of a cell hold.
+/// One step of building the tree: distributing the groups of a cell to its quarters.
 #pragma once
 
 #include "boundary/boundary_polygon.h"
@@ -14,7 +14,7 @@ namespace veldtrim {
 
 /// A quarter of a cell that is being split.
 struct Quarter {
-    /// Makes it the empty quarter with this box.
+    /// Makes this an empty quarter with the given box.
     void reset(const BoundingBox& newBox) {
         box = newBox;
         xCentre = 0.5 * (box.xMin + box.xMax);
@@ -26,7 +26,7 @@ struct Quarter {
     BoundingBox box;
     double xCentre = 0.0;
     double yCentre = 0.0;
-    bool isFilled = false; ///< a polygon fills it: nothing else matters
+    bool isFilled = false; ///< a polygon covers all of it; nothing else matters
     GroupList groups;
     bool odd = false; ///< the parity of the open group
 };
@@ -34,15 +34,15 @@ struct Quarter {
 /// The quarters in the order of CellPlace::quarter.
 using Quarters = std::array<Quarter, 4>;
 
-/// Splits the groups of cells. What it is made of must outlive it.
+/// Splits the groups of cells. The arguments of the constructor must outlive it.
 class CellSplitter {
 public:
     CellSplitter(std::span<const BoundaryPolygon> polygons,
                  const std::vector<BoundaryVertex>& ringVertices, double margin)
         : polygons_(polygons), ringVertices_(ringVertices), margin_(margin) {}
 
-    /// Gives each of `quarters`, which are empty, the groups of its own: the edges in it, and the
-    /// parity of all others.
+    /// Fills `quarters`, which must be empty, with their groups: for each polygon, the edges near
+    /// the quarter and the parity of the other edges.
     void split(const GroupList& groups, Quarters& quarters) const;
 
 private:

@@ -1,4 +1,4 @@
-/// Edges as the cells of the point index keep them. See README.md.
+/// Edges as the cells of the point index store them. README.md describes their format.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,10 @@
 
 namespace veldtrim {
 
-/// What leaves, and cells while the tree is built, are written in.
+/// The unit of leaves and group lists.
 using Word = std::uint32_t;
 
-/// Which ends of an edge count in a cell. Takes two bits.
+/// Which ends of an edge count in a cell, in two bits.
 class CountingEnds {
 public:
     static constexpr unsigned bitCount = 2;
@@ -19,7 +19,7 @@ public:
     constexpr CountingEnds(bool from, bool to)
         : bits_((from ? fromBit : Word{0}) | (to ? toBit : Word{0})) {}
 
-    /// From the lowest bits of `bits`; the others do not matter.
+    /// Reads the lowest two bits of `bits` and ignores the others.
     static constexpr CountingEnds fromBits(Word bits) {
         CountingEnds ends;
         ends.bits_ = bits & (fromBit | toBit);
@@ -40,7 +40,7 @@ private:
 };
 
 /// An edge of a ring: its number, and which of its ends count in the cell that keeps it. Edge n
-/// runs from the ring vertex n to the ring vertex n + 1.
+/// runs from ring vertex n to ring vertex n + 1.
 class IndexEdge {
 public:
     /// `number` must be less than 2^30.
@@ -59,7 +59,7 @@ private:
     Word bits_;
 };
 
-/// Successive words that are edges.
+/// A sequence of edges, stored as successive words.
 class EdgeList {
 public:
     class Iterator {

@@ -8,7 +8,7 @@ namespace veldtrim {
 
 namespace {
 
-/// An edge, and where it enters and leaves the heights of the queue.
+/// An edge, and its x coordinates at the lowest and highest height of the queue.
 struct Passer {
     IndexEdge edge;
     double atLow;
@@ -42,7 +42,7 @@ std::size_t queueUp(std::vector<IndexEdge>& edges, const std::vector<BoundaryVer
             lastLow = passer.atLow;
             lastHigh = passer.atHigh;
         } else {
-            others.push_back(passer.edge); // crosses one of the queue
+            others.push_back(passer.edge); // crosses an edge of the queue
         }
     }
     const std::size_t size = edges.size();

@@ -1,4 +1,4 @@
-/// Edges in the order in which a horizontal line meets them.
+/// Sorts edges into the order in which a horizontal line meets them.
 #pragma once
 
 #include "boundary/boundary_segment.h"
@@ -9,12 +9,12 @@
 
 namespace veldtrim {
 
-/// Moves edges that can queue up to the front of `edges`, in their order, and returns their number.
+/// Moves edges that form a queue to the front of `edges`, from left to right, and returns their
+/// number. The other edges follow in no particular order.
 ///
-/// A queue is made of edges that pass through all heights from `yLow` to `yHigh`, from left to
-/// right, none crossing another there but for rounding errors: the order is the same at each of
-/// these heights. The edges are those of `ringVertices`. Those that do not queue up follow the
-/// queue in any order.
+/// The edges of a queue pass through all heights from `yLow` to `yHigh` and, apart from rounding
+/// errors, do not cross each other there. So their order is the same at each of these heights.
+/// Edge numbers refer to `ringVertices`.
 std::size_t queueUp(std::vector<IndexEdge>& edges, const std::vector<BoundaryVertex>& ringVertices,
                     double yLow, double yHigh);
 

@@ -9,14 +9,14 @@ namespace veldtrim {
 
 namespace {
 
-/// A table that outgrows the cache gains nothing.
+/// A table that is larger than the cache gains nothing.
 constexpr unsigned mostTableBits = 10;
 
 /// The overview's entries take a quarter of a byte each, so there can be many more of them.
 constexpr unsigned mostOverviewBits = 11;
 constexpr std::size_t overviewEntriesPerQuarter = 16;
 
-/// The finest level with at most `mostBits` and `mostEntries`.
+/// Returns the finest level with at most `mostBits` bits and `mostEntries` entries.
 GridLevel chooseLevel(unsigned mostBits, std::size_t mostEntries, unsigned deepest) {
     GridLevel level;
     while (level.bits < std::min(mostBits, deepest) &&
@@ -27,7 +27,8 @@ GridLevel chooseLevel(unsigned mostBits, std::size_t mostEntries, unsigned deepe
     return level;
 }
 
-/// Finds the cell of each entry of a grid: calls `fill(first, count, cell)` for successive entries.
+/// Finds the cell of each entry of a grid. Calls `fill(first, count, cell)` for each range of
+/// successive entries with the same cell.
 template <typename Fill>
 class GridFiller {
 public:
@@ -71,7 +72,7 @@ AreaState stateOf(Cell cell) {
 } // namespace
 
 void flattenTree(Cell root, unsigned deepest, PointIndexData& data) {
-    // About as many entries as the tree has cells.
+    // At most as many entries as the tree has cells.
     data.tableLevel = chooseLevel(mostTableBits, data.quarters.size(), deepest);
     data.table.resize(data.tableLevel.entryCount());
     GridFiller(data.tableLevel, data.quarters,

@@ -1,4 +1,4 @@
-/// The last step of building the point index: its tree's upper levels as grids.
+/// The last step of building the point index: storing the upper levels of the tree as grids.
 #pragma once
 
 #include "boundary/index/cell.h"
@@ -6,8 +6,8 @@
 
 namespace veldtrim {
 
-/// Fills the table and the overview of `data` from the tree below `root`, which has `deepest`
-/// levels below it.
+/// Fills the table and the overview of `data` from the tree below `root`. `deepest` is the number
+/// of its finest level.
 void flattenTree(Cell root, unsigned deepest, PointIndexData& data);
 
 } // namespace veldtrim

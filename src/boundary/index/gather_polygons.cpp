@@ -10,12 +10,12 @@ namespace veldtrim {
 
 namespace {
 
-/// How far beyond its ends a flat polygon holds points: the tolerance of boundsContain, and a
-/// little for its rounding.
+/// How far beyond its ends a flat polygon contains points: the tolerance of boundsContain, and a
+/// little more for rounding.
 constexpr double flatReach = 1.0001 * pretestTolerance;
 
-/// Whether cells can stand for the polygon's pretest: its bounds are exactly those of the vertices,
-/// and all of these are numbers of a usual size.
+/// Whether cells can replace the polygon's pretest: its bounds are exactly those of its vertices,
+/// and all coordinates are finite and not huge.
 bool isIndexable(const Ring& ring, const BoundingBox& bounds) {
     BoundingBox actual = BoundingBox::empty();
     for (std::size_t i = 0; i < ring.size(); ++i) {
@@ -43,7 +43,7 @@ public:
         gathered_.groups.close(GroupHead::ofRing(ring.size(), false));
     }
 
-    /// Adds a line that may hold points near the edge from `from` to `to`, and nowhere else.
+    /// Adds a line that contains points only near the edge from `from` to `to`.
     void addLine(const LinePolygon& line, const BoundaryVertex& from, const BoundaryVertex& to) {
         gathered_.groups.open(static_cast<Word>(data_.lines.size()));
         addEdgeFrom(from);
@@ -99,7 +99,7 @@ GatheredPolygons gatherPolygons(std::span<const BoundaryPolygon> polygons,
         const BoundingBox& bounds = polygon.bounds;
         const Ring ring(polygon, vertices);
         if (ring.size() < 2) {
-            continue; // holds no point
+            continue; // contains no point
         }
         if (!isIndexable(ring, bounds)) {
             data.unindexed.add(polygon, vertices);

@@ -1,4 +1,4 @@
-/// The first step of building the point index: its copies of the polygons.
+/// The first step of building the point index: copying the polygons.
 #pragma once
 
 #include "boundary/boundary_polygon.h"
@@ -11,14 +11,14 @@
 
 namespace veldtrim {
 
-/// What the root cell holds.
+/// The content of the root cell.
 struct GatheredPolygons {
-    GroupList groups; ///< their numbers are positions in the polygons, or in the lines
+    GroupList groups; ///< numbers are positions in the polygons or, for lines, in `lines`
     BoundingBox box = BoundingBox::empty(); ///< of all edges
 };
 
-/// Copies each polygon to where `data` keeps its kind: ring vertices, lines or unindexed. Polygons
-/// that hold no point are left out.
+/// Copies each polygon into the part of `data` for its kind: ring vertices, lines or unindexed
+/// polygons. Skips polygons that contain no point. Returns the content of the root cell.
 GatheredPolygons gatherPolygons(std::span<const BoundaryPolygon> polygons,
                                 const std::vector<BoundaryVertex>& vertices, PointIndexData& data);
 

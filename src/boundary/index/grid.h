@@ -1,4 +1,4 @@
-/// The upper levels of the tree as grids, which a look-up enters without a descent.
+/// Upper levels of the tree as grids, in which a look-up finds a cell without a descent.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace veldtrim {
 
-/// Where a point lies: column and row among the cells of the finest level.
+/// The column and row of a point among the cells of the finest level.
 struct PointPlace {
     std::uint32_t column;
     std::uint32_t row;
@@ -26,15 +26,15 @@ struct GridLevel {
     }
 };
 
-/// What the overview says of one of its cells.
+/// The state of one cell of the overview.
 enum class AreaState : std::uint8_t {
-    Outside, ///< as a whole
-    Inside,  ///< as a whole
+    Outside, ///< the whole cell is outside
+    Inside,  ///< the whole cell is inside
     Mixed    ///< neither
 };
 
-/// The states of the cells of one level, two bits each: so small that they stay in the cache, and
-/// most points need no more.
+/// The states of the cells of one level, in two bits each. They are small enough to stay in the
+/// cache, and suffice for most points.
 class Overview {
 public:
     Overview() = default;
@@ -46,8 +46,8 @@ public:
         return static_cast<AreaState>(bytes_[entry / statesPerByte] >> shiftOf(entry) & stateMask);
     }
 
-    /// Sets the states of `count` successive entries that are outside: a power of two, and `first`
-    /// a multiple of it.
+    /// Sets the state of `count` successive entries, which must be outside so far. `count` must be
+    /// a power of two, and `first` a multiple of it.
     void fill(std::size_t first, std::size_t count, AreaState state) {
         const auto bits = static_cast<unsigned>(state);
         if (count >= statesPerByte) {
@@ -61,7 +61,7 @@ public:
         }
     }
 
-    /// Where the state of an entry is in memory.
+    /// Returns the address of the byte with the state of an entry.
     [[nodiscard]] const void* addressOf(std::size_t entry) const {
         return &bytes_[entry / statesPerByte];
     }

@@ -1,4 +1,4 @@
-/// Groups: what a cell keeps of one polygon. See README.md for their format.
+/// Groups: what a cell keeps of one polygon. README.md describes their format.
 ///
 /// Only this file and edge.h know the format of leaves: everything else reads groups with
 /// GroupReader and writes them with LeafWriter or GroupList.
@@ -28,13 +28,13 @@ public:
     }
     [[nodiscard]] constexpr Word word() const { return bits_; }
 
-    /// Edges that follow one by one, those of a queue not among them.
+    /// The number of edges outside the queue.
     [[nodiscard]] constexpr std::size_t edgeCount() const { return bits_ >> flagBits; }
 
     /// The parity of the ring's other edges.
     [[nodiscard]] constexpr bool odd() const { return (bits_ & oddBit) != 0; }
 
-    /// Whether the polygon is a line, which is asked as a whole.
+    /// Whether the polygon is a line, which is tested as a whole.
     [[nodiscard]] constexpr bool isLine() const { return (bits_ & lineBit) != 0; }
 
     [[nodiscard]] constexpr bool hasQueue() const { return (bits_ & queueBit) != 0; }
@@ -51,27 +51,27 @@ private:
     Word bits_;
 };
 
-/// A group as it is read. Its edges lie in the words that it was read from.
+/// A group that was read. Its edges refer to the words from which it was read.
 struct Group {
     GroupHead head;
-    Word number; ///< of a line: which one it is; in a GroupList: the polygon's number
+    Word number; ///< of a line: its position in `lines`; in a GroupList: see README.md
     EdgeList queue;
     EdgeList edges;
 };
 
-/// Where groups are written: in a leaf only those of lines have a number, in a GroupList all do.
+/// Where groups are stored. In a leaf, only those of lines have a number; in a GroupList, all do.
 enum class GroupsOf { Leaf, List };
 
 /// Reads successive groups.
 template <GroupsOf place>
 class GroupReader {
 public:
-    /// Reads `count` groups from `words` on.
+    /// Reads `count` groups, beginning at `words`.
     constexpr GroupReader(const Word* words, std::size_t count) : next_(words), left_(count) {}
 
     [[nodiscard]] constexpr bool atEnd() const { return left_ == 0; }
 
-    /// The next group. There must be one.
+    /// Returns the next group. Must not be called at the end.
     constexpr Group next() {
         --left_;
         Group group{GroupHead::fromWord(*next_++), 0, {}, {}};
@@ -122,7 +122,7 @@ public:
         leaves_.insert(leaves_.end(), edges.words().begin(), edges.words().end());
     }
 
-    /// A ring whose first `queued` edges are in a queue.
+    /// Adds a ring whose first `queued` edges form a queue.
     void addQueue(std::span<const IndexEdge> edges, std::size_t queued, bool odd) {
         begin(GroupHead::ofRing(edges.size() - queued, odd).withQueue());
         leaves_.push_back(static_cast<Word>(queued));
@@ -141,7 +141,7 @@ private:
     std::size_t position_;
 };
 
-/// The groups of a cell while the tree is built. Without queues.
+/// The groups of a cell while the tree is built. They have no queues.
 class GroupList {
 public:
     [[nodiscard]] bool empty() const { return count_ == 0; }
@@ -161,7 +161,7 @@ public:
         close(group.head);
     }
 
-    /// Begins a group, which `close` ends.
+    /// Begins a group, which `close` ends and `drop` discards.
     void open(Word number) {
         head_ = words_.size();
         words_.insert(words_.end(), {Word{0}, number});
@@ -170,7 +170,7 @@ public:
     /// Adds an edge to the open group.
     void add(IndexEdge edge) { words_.push_back(edge.word()); }
 
-    /// Number of edges of the open group.
+    /// The number of edges of the open group.
     [[nodiscard]] std::size_t openEdges() const { return words_.size() - head_ - 2; }
 
     void close(GroupHead head) {
@@ -178,7 +178,7 @@ public:
         ++count_;
     }
 
-    /// Takes the open group back.
+    /// Discards the open group.
     void drop() { words_.resize(head_); }
 
 private:

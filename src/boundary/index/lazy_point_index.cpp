@@ -7,15 +7,15 @@ namespace veldtrim {
 
 namespace {
 
-/// Models of so few polygons and vertices together are walked faster.
+/// Walking is faster for models with at most this many polygons and vertices together.
 constexpr std::size_t fewVertices = 24;
 
-/// Vertices that walks look at, for each vertex of the polygons, before the index is built: few
-/// points are not worth it, and for many every walk counts. Building costs about as much as
-/// reading the boundary file has.
+/// The index is built after walks have visited this many polygons and vertices for each one of the
+/// model. A few points are not worth an index; for many points, it should come early. Building it
+/// takes about as long as reading the boundary file.
 constexpr std::size_t worthBuildingAfter = 4;
 
-/// Polygons and vertices together.
+/// Returns the number of polygons and vertices together.
 std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
     std::size_t size = polygons.size();
     for (const BoundaryPolygon& polygon : polygons) {
@@ -24,8 +24,8 @@ std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
     return size;
 }
 
-/// The definition: polygon after polygon. Calls `count` with the number of polygons or vertices
-/// that it is about to look at.
+/// Locates a point by testing one polygon after the other; this defines the result. Calls `count`
+/// with the number of polygons or vertices that it is about to visit.
 template <typename Count>
 PointLocation walk(std::span<BoundaryPolygon> polygons, const std::vector<BoundaryVertex>& vertices,
                    const ElevationPoint& point, Count count) {
@@ -94,7 +94,7 @@ void LazyPointIndex::build(std::span<const BoundaryPolygon> polygons,
     try {
         index_ = std::make_shared<const PointIndex>(polygons, vertices);
     } catch (const std::bad_alloc&) {
-        stage_ = Stage::Walked; // slow is better than not at all
+        stage_ = Stage::Walked; // walking is slow, but needs no memory
     }
 }
 

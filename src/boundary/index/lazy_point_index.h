@@ -1,4 +1,4 @@
-/// Locates points by walking the polygons, until an index of them pays.
+/// Locates points by walking the polygons until an index pays off.
 #pragma once
 
 #include "boundary/boundary_polygon.h"
@@ -14,49 +14,50 @@
 
 namespace veldtrim {
 
-/// The point test for some polygons of a vertex table, or for one, which the owner passes with each
-/// question. The first questions walk the polygons by the definition; when the walks have cost
-/// about what building an index costs, one is built and answers all others.
+/// The point test for polygons that the owner passes with each query. The first queries walk the
+/// polygons. When the walks have cost about as much as building an index, one is built and answers
+/// all further queries.
 ///
-/// The index copies only what `polygons` name of `vertices`. The owner passes the same polygons and
-/// vertices each time, and calls `reset` when they have changed. Copies share the index. For one
-/// thread.
+/// The owner must pass the same polygons and vertices each time and call `reset` after they change.
+/// The index copies only the vertices that the polygons use. Copies of this object share the index.
+/// Not thread-safe.
 class LazyPointIndex {
 public:
-    /// Forgets what was derived from the polygons.
+    /// Discards everything that was derived from the polygons.
     void reset() { *this = {}; }
 
-    /// Where the point lies with respect to one of `polygons` that holds it, or `Outside`.
+    /// Returns where the point lies with respect to one of the `polygons` that contain it, or
+    /// `Outside` if none does.
     ///
-    /// May fill `segments` of the polygons. Their indices must name elements of `vertices`.
+    /// May fill `segments` of the polygons. Their indices must refer to elements of `vertices`.
     PointLocation locate(std::span<BoundaryPolygon> polygons,
                          const std::vector<BoundaryVertex>& vertices, const ElevationPoint& point);
 
-    /// `locate` for each of `points`, to the element of `locations` with the same position; there
-    /// must be as many. With many polygons or vertices faster than one after the other.
+    /// Stores the result of `locate` for `points[i]` in `locations[i]`. Both spans must have the
+    /// same size. This is faster than single calls for large models.
     void locateEach(std::span<BoundaryPolygon> polygons,
                     const std::vector<BoundaryVertex>& vertices,
                     std::span<const ElevationPoint> points, std::span<PointLocation> locations);
 
 private:
     enum class Stage : std::uint8_t {
-        Unknown, ///< nothing was asked yet
-        Walking, ///< until an index pays
-        Walked   ///< an index never pays, or there was no memory for it
+        Unknown, ///< there was no query yet
+        Walking, ///< walks until an index pays off
+        Walked   ///< always walks: an index never pays off, or there was no memory for it
     };
 
-    /// Walks the polygons, and builds the index when the walks have cost enough.
+    /// Walks the polygons, and builds the index once the walks have cost enough.
     PointLocation walkAndCount(std::span<BoundaryPolygon> polygons,
                                const std::vector<BoundaryVertex>& vertices,
                                const ElevationPoint& point);
 
-    /// Builds the index, or goes without where there is no memory for it.
+    /// Builds the index. If memory runs out, all further queries walk.
     void build(std::span<const BoundaryPolygon> polygons,
                const std::vector<BoundaryVertex>& vertices);
 
     std::shared_ptr<const PointIndex> index_;
     Stage stage_ = Stage::Unknown;
-    std::size_t stepsLeft_ = 0; ///< polygons and vertices to look at before the index is built
+    std::size_t stepsLeft_ = 0; ///< polygons and vertices to visit before the index is built
 };
 
 } // namespace veldtrim

@@ -1,4 +1,4 @@
-/// Polygons without an inside.
+/// Polygons without an interior.
 #pragma once
 
 #include "boundary/boundary_segment.h"
@@ -7,14 +7,14 @@
 
 namespace veldtrim {
 
-/// A polygon of two vertices, or a flat one, however many vertices it has: cells ask it as a whole.
+/// A polygon of two vertices, or a flat one with any number of vertices. Cells test it as a whole.
 struct LinePolygon {
     BoundingBox bounds;
-    BoundarySegment segment; ///< of a flat polygon: its extent
+    BoundarySegment segment; ///< for a flat polygon: its extent and the reach of the pretest
     bool isFlat = false;
 
-    /// Whether the polygon holds the point, which is then on its boundary. A flat polygon holds all
-    /// points of its height that pass the pretest, and no others.
+    /// Whether the polygon contains the point, which is then on its boundary. A flat polygon
+    /// contains exactly the points at its height that pass the pretest.
     [[nodiscard]] bool contains(const ElevationPoint& point) const {
         if (!bounds.widenedBy(pretestTolerance).contains(point.x, point.y)) {
             return false;

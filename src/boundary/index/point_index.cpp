@@ -57,15 +57,15 @@ PointLocation PointIndex::locateInUnindexed(const ElevationPoint& point) const {
 
 namespace {
 
-/// Adds an edge to the parity of its ring at the point: its effect, and the ends that count.
-/// Returns false when the edge holds the point.
+/// Adds the effect of an edge, and its counting ends below the point, to the parity of its ring.
+/// Returns false if the point lies on the edge.
 bool addEdge(bool& odd, CountingEnds counting, const BoundaryVertex* ends,
              const ElevationPoint& point) {
     const bool fromBelow = ends[0].y < point.y;
     const bool toBelow = ends[1].y < point.y;
     odd = odd != counting.oddBelow(fromBelow, toBelow);
     if (fromBelow == toBelow && ends[0].y != point.y && ends[1].y != point.y) {
-        return true; // strictly on one side: no effect, and the usual case among many edges
+        return true; // strictly above or below the point: no effect, and the usual case
     }
     const EdgeEffect effect = edgeEffect(ends[0], ends[1], point);
     odd = odd != (effect == EdgeEffect::Toggle);
@@ -119,7 +119,7 @@ EdgeEffect PointIndex::queueEffect(const EdgeList& queue, const ElevationPoint& 
         const BoundaryVertex* const ends = endsOf(queue[i].number());
         return crossingAt(ends[0], ends[1], point.y) - point.x;
     };
-    // Edges before `low` are left of the point with the margin to spare: they have no effect.
+    // Edges before `low` are left of the point by more than the margin and have no effect.
     std::size_t low = 0;
     for (std::size_t end = queue.size(); low < end;) {
         const std::size_t middle = low + (end - low) / 2;
@@ -129,8 +129,8 @@ EdgeEffect PointIndex::queueEffect(const EdgeList& queue, const ElevationPoint& 
             end = middle;
         }
     }
-    // All others toggle, but for those that are so close to the point that each is asked:
-    // their order may be one of rounding errors.
+    // All others toggle, except that edges within the margin are tested one by one: rounding errors
+    // may have decided their order.
     std::size_t toggles = queue.size() - low;
     for (std::size_t i = low; i < queue.size() && distance(i) <= data_.margin; ++i) {
         const BoundaryVertex* const ends = endsOf(queue[i].number());

@@ -1,4 +1,4 @@
-/// Finds out whether a point lies in large model boundaries, without a look at all of them.
+/// Locates points in large model boundaries without visiting every polygon.
 #pragma once
 
 #include "boundary/boundary_polygon.h"
@@ -15,37 +15,38 @@
 
 namespace veldtrim {
 
-/// A tree of rectangular cells over some polygons, which answers exactly as boundsContain and
-/// locatePoint do, polygon by polygon. README.md explains how.
+/// A tree of rectangular cells over polygons. Its answers are exactly those of boundsContain and
+/// locatePoint, applied polygon by polygon. README.md explains how it works.
 class PointIndex {
 public:
-    /// Builds the index in time O(n log n) of the number of vertices, and in less than 200 bytes a
-    /// vertex, whatever the shape. Holds copies of all it needs. The indices of `polygons` must
-    /// name elements of `vertices`.
+    /// Builds the index in O(n log n) time for n vertices, with less than 200 bytes per vertex for
+    /// any shape. Copies everything that it needs. The indices of `polygons` must refer to elements
+    /// of `vertices`. Throws std::bad_alloc if memory runs out.
     PointIndex(std::span<const BoundaryPolygon> polygons,
                const std::vector<BoundaryVertex>& vertices)
         : PointIndex(buildPointIndex(polygons, vertices)) {}
 
-    /// Takes over what buildPointIndex has returned.
+    /// Takes over the result of buildPointIndex.
     explicit PointIndex(PointIndexData data) : data_(std::move(data)) {}
 
-    /// Where the point lies with respect to one of the polygons that hold it, or `Outside`.
+    /// Returns where the point lies with respect to one of the polygons that contain it, or
+    /// `Outside` if none does.
     [[nodiscard]] PointLocation locate(const ElevationPoint& point) const;
 
-    /// `locate` for each of `points`, to the element of `locations` with the same position; there
-    /// must be as many.
+    /// Stores the result of `locate` for `points[i]` in `locations[i]`. Both spans must have the
+    /// same size.
     ///
-    /// Faster than one after the other where the index is larger than the caches: the look-ups of
-    /// `batchSize` points go on side by side, so that they wait for the memory together. The method
-    /// is group prefetching (S. Chen, A. Ailamaki, P. Gibbons and T. Mowry, "Improving Hash Join
+    /// This is faster than single calls if the index is larger than the caches: the look-ups of
+    /// `batchSize` points advance together, so that their waits for memory overlap. The method is
+    /// group prefetching (S. Chen, A. Ailamaki, P. Gibbons and T. Mowry, "Improving Hash Join
     /// Performance through Prefetching", ICDE 2004).
     void locateEach(std::span<const ElevationPoint> points,
                     std::span<PointLocation> locations) const;
 
-    /// So many that those few of a batch that come near an edge keep the memory busy.
+    /// Large enough that the few points of a batch that are near an edge keep the memory busy.
     static constexpr std::size_t batchSize = 256;
 
-    /// Bytes that the index holds.
+    /// The size of the index in bytes.
     [[nodiscard]] std::size_t byteSize() const;
 
 private:
@@ -59,13 +60,13 @@ private:
                 static_cast<std::uint32_t>((point.y - data_.region.yMin) * data_.yScale)};
     }
 
-    /// Where the descent to the cells of this place begins.
+    /// Returns the cell at which the descent to this place begins.
     [[nodiscard]] const Cell* tableEntry(PointPlace place) const {
         return &data_.table[data_.tableLevel.entryOf(place)];
     }
 
-    /// The quarter of a split cell that holds this place. `shift` is the number of levels from that
-    /// quarter to the finest level.
+    /// Returns the quarter of a split cell that contains this place. `shift` is the number of
+    /// levels from that quarter to the finest level.
     [[nodiscard]] const Cell* quarterOf(Cell cell, PointPlace place, unsigned shift) const {
         const std::size_t quarter = (place.row >> shift & 1U) << 1U | (place.column >> shift & 1U);
         return &data_.quarters[cell.firstQuarter() + quarter];
@@ -76,14 +77,14 @@ private:
         return &data_.ringVertices[edge];
     }
 
-    /// The undivided cell that holds the point.
+    /// Returns the undivided cell that contains the point.
     [[nodiscard]] Cell cellAt(const ElevationPoint& point) const;
     [[nodiscard]] PointLocation locateInCell(Cell cell, const ElevationPoint& point) const;
     [[nodiscard]] PointLocation locateInRun(const Run& run, const ElevationPoint& point) const;
     [[nodiscard]] PointLocation locateInLeaf(const Word* leaf, const ElevationPoint& point) const;
     [[nodiscard]] PointLocation locateInUnindexed(const ElevationPoint& point) const;
 
-    /// The effect of a queue of edges on the point: Boundary, or whether it toggles.
+    /// Returns the joint effect of the edges of a queue on the point.
     [[nodiscard]] EdgeEffect queueEffect(const EdgeList& queue, const ElevationPoint& point) const;
 
     // The steps of locateEach for a batch of points; see point_index_batch.cpp.

@@ -1,5 +1,5 @@
-// The look-ups of several points side by side. Each step of all of them asks for the memory that
-// the next step needs, so that they wait for it together.
+// Looks up several points together. Each step prefetches the memory that the next step needs, for
+// all points, so that their waits overlap.
 
 #include "boundary/index/group.h"
 #include "boundary/index/point_index.h"
@@ -12,11 +12,11 @@ namespace veldtrim {
 
 namespace {
 
-/// Asks for the memory at `address`; the caller goes on meanwhile.
+/// Requests the memory at `address` without waiting for it.
 inline void prefetch(const void* address) {
 #ifdef __GNUC__
     __builtin_prefetch(address);
-    // A function that does nothing but this counts as one that does nothing, and is not called.
+    // The compiler regards a function that only prefetches as empty, and would remove its calls.
     asm volatile("" : : "r"(address));
 #else
     static_cast<void>(address);
@@ -25,14 +25,14 @@ inline void prefetch(const void* address) {
 
 } // namespace
 
-/// A point of the batch on its way down the tree, and the cell that is to be looked at next.
+/// A point of the batch on its way down the tree, and the next cell to visit.
 struct PointIndex::Descent {
     std::uint32_t point;
     PointPlace place;
     const Cell* cell;
 };
 
-/// A point of the batch and the undivided cell that holds it.
+/// A point of the batch and the undivided cell that contains it.
 struct PointIndex::Arrival {
     std::uint32_t point;
     Cell cell;
@@ -61,8 +61,8 @@ void PointIndex::locateEach(std::span<const ElevationPoint> points,
     }
 }
 
-/// Finds the locations that the overview knows, begins a descent for each other point, and returns
-/// the number of these.
+/// Sets the locations that the overview decides, begins a descent for each other point, and returns
+/// the number of descents.
 std::size_t PointIndex::enterBatch(std::span<const ElevationPoint> points, PointLocation* locations,
                                    Descent* descents) const {
     std::array<PointPlace, batchSize> places{};
@@ -70,8 +70,7 @@ std::size_t PointIndex::enterBatch(std::span<const ElevationPoint> points, Point
         places[i] = isInRegion(points[i]) ? placeOf(points[i]) : PointPlace{0, 0};
         prefetch(data_.overview.addressOf(data_.overviewLevel.entryOf(places[i])));
     }
-    // Without a branch on the state: for points in no order it would be guessed wrong half the
-    // time.
+    // There is no branch on the state: for unordered points, it would often be mispredicted.
     std::size_t size = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         const AreaState state = isInRegion(points[i])
@@ -87,8 +86,8 @@ std::size_t PointIndex::enterBatch(std::span<const ElevationPoint> points, Point
     return size;
 }
 
-/// Takes all descents down, one level at a time, and returns the number of `arrivals`, which is
-/// `size`. What locateInCell needs to know of their cells is on the way.
+/// Moves all descents down, one level at a time, until they have arrived. Prefetches what
+/// locateInCell needs for their cells. Returns the number of `arrivals`, which is `size`.
 std::size_t PointIndex::descendBatch(Descent* descents, std::size_t size, Arrival* arrivals) const {
     std::size_t arrived = 0;
     for (unsigned shift = data_.tableLevel.shift; size != 0; --shift) {
@@ -116,7 +115,7 @@ std::size_t PointIndex::descendBatch(Descent* descents, std::size_t size, Arriva
     return arrived;
 }
 
-/// Asks for the edges of a run, or those of a leaf's first polygon if they are few.
+/// Prefetches the edges of a run, or those of a leaf's first polygon unless it has a queue.
 void PointIndex::prefetchEdges(Cell cell) const {
     if (cell.kind() == Cell::Kind::Run) {
         const Run run = cell.run();

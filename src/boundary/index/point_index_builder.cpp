@@ -16,14 +16,15 @@ namespace {
 /// A cell with no more words than this is not worth splitting.
 constexpr std::size_t leafWords = 5;
 
-/// From this many edges of one polygon on, a leaf puts those in a queue that can be in one.
+/// A leaf with at least this many edges of one polygon puts those that can form a queue into one.
 constexpr std::size_t queueEdges = 16;
 
-/// Words of leaves for each edge: bounds the memory where many long edges lie close to each other.
+/// The budget of all leaves, in words per edge. It bounds the memory if many long edges lie close
+/// to each other.
 constexpr std::size_t wordsPerEdge = 24;
 constexpr std::size_t mostWords = std::size_t{1} << 30U;
 
-/// Splits the root cell down to leaves.
+/// Splits the root cell recursively into leaves.
 class TreeBuilder {
 public:
     TreeBuilder(std::span<const BoundaryPolygon> polygons, const TreeFrame& frame,
@@ -32,7 +33,7 @@ public:
           quartersOfLevel_(frame.deepest) {}
 
     /// Builds the tree below a cell and returns the cell. Its leaves may have `wordBudget` words in
-    /// all; the words of a cell that long edges pass through about double when it is split.
+    /// total. Splitting a cell about doubles its words if long edges pass through it.
     Cell build(const GroupList& groups, const CellPlace& place, std::size_t wordBudget);
 
 private:
@@ -44,11 +45,11 @@ private:
     PointIndexData& data_;
     CellSplitter splitter_;
 
-    /// One set of quarters for each level of the tree, used again by all cells of that level.
+    /// One set of quarters per level of the tree, which all cells of that level reuse.
     std::vector<Quarters> quartersOfLevel_;
 };
 
-/// The groups as a run; none if they are not a few successive edges of one ring.
+/// Returns the groups as a run, or nothing if they are not a few successive edges of one ring.
 std::optional<Run> makeRun(const GroupList& groups) {
     if (groups.count() != 1) {
         return std::nullopt;
@@ -151,7 +152,7 @@ PointIndexData buildPointIndex(std::span<const BoundaryPolygon> polygons,
     data.margin = frame.margin;
     const std::size_t budget =
         std::min(mostWords, wordsPerEdge * data.ringVertices.size() + gathered.groups.wordCount());
-    data.leaves.reserve(budget); // room that is not used costs no memory
+    data.leaves.reserve(budget); // unused capacity takes no physical memory
     data.quarters.reserve(2 * data.ringVertices.size());
     const Cell root = TreeBuilder(polygons, frame, data).build(gathered.groups, {}, budget);
     flattenTree(root, frame.deepest, data);

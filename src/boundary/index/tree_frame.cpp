@@ -14,8 +14,8 @@ TreeFrame TreeFrame::around(const BoundingBox& vertices) {
     const double margin = indexMargin(largest);
     frame.margin = margin;
     frame.region = vertices.widenedBy(margin);
-    // A little more than the region, so that its far border still falls into the last cell; and
-    // neither so narrow that its cells would be lost in the margin, nor all too long.
+    // The root cell is a little larger than the region, so that the region's far border falls into
+    // the last cell. It must not be so narrow that the margin exceeds its cells, nor too elongated.
     const double least = std::ldexp(margin, 20);
     frame.width = std::max(frame.region.xMax - frame.region.xMin + 2 * margin, least);
     frame.height = std::max(frame.region.yMax - frame.region.yMin + 2 * margin, least);

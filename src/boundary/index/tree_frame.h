@@ -1,4 +1,4 @@
-/// Where the cells of the tree lie.
+/// The position and size of the cells of the tree.
 #pragma once
 
 #include "geometry/bounding_box.h"
@@ -13,7 +13,7 @@ struct CellPlace {
     std::uint32_t column = 0;
     std::uint32_t row = 0;
 
-    /// The place of a quarter: south west, south east, north west, north east.
+    /// Returns the place of quarter `i`: south west, south east, north west, north east.
     [[nodiscard]] constexpr CellPlace quarter(std::uint32_t i) const {
         return {level + 1, 2 * column + i % 2, 2 * row + i / 2};
     }
@@ -21,7 +21,8 @@ struct CellPlace {
 
 /// The root cell and how finely it can be split.
 struct TreeFrame {
-    /// The frame for vertices that fill the box `vertices`, which must be finite and not empty.
+    /// Returns the frame for vertices with the bounds `vertices`, which must be finite and not
+    /// empty.
     static TreeFrame around(const BoundingBox& vertices);
 
     [[nodiscard]] BoundingBox boxOf(const CellPlace& place) const;
@@ -30,7 +31,7 @@ struct TreeFrame {
     [[nodiscard]] double xScale() const;
     [[nodiscard]] double yScale() const;
 
-    BoundingBox region;  ///< the box of the vertices and a margin; the root cell is a little larger
+    BoundingBox region;  ///< the bounds and a margin; the root cell is a little larger
     double width = 0.0;  ///< of the root cell
     double height = 0.0; ///< of the root cell
     double margin = 0.0; ///< more than any rounding error of the point test

@@ -27,7 +27,7 @@ public:
     /// Appends a vertex and returns its index.
     std::int32_t addVertex(BoundaryVertex vertex);
 
-    /// Appends a copy of `polygon`, whose indices must be those of vertices of this model.
+    /// Appends a copy of `polygon`, whose indices must refer to vertices of this model.
     void addPolygon(const BoundaryPolygon& polygon);
 
     [[nodiscard]] const std::vector<BoundaryPolygon>& polygons() const { return polygons_; }
@@ -41,14 +41,14 @@ public:
         return locate(point) != PointLocation::Outside;
     }
 
-    /// Where the point lies with respect to one of the polygons that contain it, or `Outside` if
-    /// there is none. Not const, like isInBoundary.
+    /// Returns where the point lies with respect to one of the polygons that contain it, or
+    /// `Outside` if none does. Not const, like isInBoundary.
     PointLocation locate(const ElevationPoint& point) {
         return index_.locate(polygons_, vertices_, point);
     }
 
-    /// Stores the result of `locate` for each of `points` in the element of `locations` with the
-    /// same position; both must have the same size. Faster than single calls for large models.
+    /// Stores `locate(points[i])` in `locations[i]` for each i. Both spans must have the same size.
+    /// This is faster than single calls for large models.
     void locateEach(std::span<const ElevationPoint> points, std::span<PointLocation> locations) {
         index_.locateEach(polygons_, vertices_, points, locations);
     }

@@ -110,8 +110,8 @@ public:
     /// The last parse error of this object. A later success does not clear it.
     [[nodiscard]] const std::string& getParseError() const { return parseError; }
 
-    /// The place of that error: its line and its byte in the line, both from 1; 0 if there was
-    /// none. For a missing end tag, this is the place of the start tag.
+    /// The line of that error and its byte in the line, both counted from 1; 0 if the error has no
+    /// place or there was none. For a missing end tag, this is the place of the start tag.
     [[nodiscard]] std::int32_t getParseErrorLine() const { return parseErrorLine; }
     [[nodiscard]] std::int32_t getParseErrorColumn() const { return parseErrorColumn; }
 
