@@ -9,7 +9,7 @@ from .build import REPOSITORY, Build, MissingProgram, install_packages, say
 from .cases import Plan
 from .inputs import Inputs
 from .machine import describe_machine
-from .table import render
+from .table import header, lines
 
 SECTIONS = {
     "runs": sections.beside_the_floor,
@@ -74,16 +74,17 @@ def main():
     build.make()
     data_directory = os.path.join(options.directory, "data")
     os.makedirs(data_directory, exist_ok=True)
-    rows = []
     with tempfile.TemporaryDirectory(prefix="run-", dir=data_directory) as scratch:
         plan = Plan(
             build, options.against, Inputs(data_directory, scratch), options.runs, options.records,
             options.gigabytes, options.quick,
         )
+        print(header(), flush=True)
         for name in options.only:
             say(f"section {name}")
-            rows += SECTIONS[name](plan)
-    print(render(rows), describe_machine(plan), sep="\n\n", flush=True)
+            if rows := list(SECTIONS[name](plan)):
+                print(lines(rows), flush=True)
+    print("", describe_machine(plan), sep="\n", flush=True)
     for failure in plan.failures:
         say(f"not as promised: {failure}")
     return 1 if plan.failures else 0

@@ -64,13 +64,16 @@ def compare(section, what, figure, own, beside="", others=()):
     return row
 
 
-def render(rows):
+def header():
     titles = ["", "measured", "Veldtrim", "beside", "its figure", "ratio"]
-    cells = [titles, ["---", "---", "---:", "---", "---:", "---:"]]
-    section = ""
-    for row in rows:
-        # The section's name stands where it begins.
-        name = row.section if row.section != section else ""
-        section = row.section
-        cells.append([name, row.what, row.figure, row.beside, row.other, row.ratio])
-    return "\n".join("| " + " | ".join(line) + " |" for line in cells)
+    return _line(titles) + "\n" + _line(["---", "---", "---:", "---", "---:", "---:"])
+
+
+def lines(rows):
+    """The lines of one section; its name stands on the first."""
+    cells = ([row.what, row.figure, row.beside, row.other, row.ratio] for row in rows)
+    return "\n".join(_line(["" if i else rows[0].section, *each]) for i, each in enumerate(cells))
+
+
+def _line(cells):
+    return "| " + " | ".join(cells) + " |"
