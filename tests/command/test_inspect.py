@@ -4,6 +4,7 @@ That its counts are those of the clipped files is held against every run of the 
 """
 
 import json
+import os
 import shutil
 import subprocess
 from pathlib import Path
@@ -112,6 +113,14 @@ def test_workspace_that_is_none(program, inspector, tmp_path):
         assert said in program.inspect(tmp_path, path, "boundary.xml", code=1)["failure"]
     exchanged = program.inspect(tmp_path, "boundary.xml", ".", code=1)
     assert "in the wrong order" in exchanged["hints"][0]
+
+
+@pytest.mark.posix
+def test_named_pipe_keeps_nobody_waiting(program, inspector, tmp_path):
+    write_tree(tmp_path, {"scans/a.xyz": scan([(5, 5)]), "boundary.xml": SQUARE_XML})
+    os.mkfifo(tmp_path / "scans/pipe.xyz")
+    report = program.inspect(tmp_path, "./scans", "boundary.xml", code=0)
+    assert report["files"][1]["reason"] == REASONS["no file"]
 
 
 def test_many_sound_files_and_polygons_are_only_counted(program, inspector, tmp_path):
