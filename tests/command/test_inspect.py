@@ -121,6 +121,8 @@ def test_named_pipe_keeps_nobody_waiting(program, inspector, tmp_path):
     os.mkfifo(tmp_path / "scans/pipe.xyz")
     report = program.inspect(tmp_path, "./scans", "boundary.xml", code=0)
     assert report["files"][1]["reason"] == REASONS["no file"]
+    report = program.inspect(tmp_path, "./scans", "scans/pipe.xyz", code=1)
+    assert "is not a regular file" in report["failure"]
 
 
 def test_many_sound_files_and_polygons_are_only_counted(program, inspector, tmp_path):

@@ -98,6 +98,13 @@ std::string describeRoot(CMarkupSTL& document) {
            (children.empty() ? " contains no element" : " contains " + children);
 }
 
+/// Returns whether opening the file cannot block, as opening a named pipe does.
+bool canBeOpened(const std::string& path) {
+    boost::system::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return fs::is_regular_file(status) || !fs::exists(status);
+}
+
 bool isTavelDgmRoot(const std::string& path) {
     CMarkupSTL document;
     return document.loadFile(path.c_str()) && nameOfRoot(document) == "TavelDGM";
@@ -174,7 +181,7 @@ std::string describeUnloaded(const std::string& path) {
 std::string adviceOnFault(const BoundaryFault& fault, const std::string& path) {
     switch (fault.kind) {
     case BoundaryFault::Kind::NotLoaded:
-        return fs::is_directory(path) ? "" : adviceOnUnloaded(path);
+        return canBeOpened(path) ? adviceOnUnloaded(path) : "";
     case BoundaryFault::Kind::NoTavelDgm:
         return adviceOnRoot(path);
     case BoundaryFault::Kind::PolygonId:
