@@ -169,10 +169,13 @@ Inspection inspectWorkspace(const std::string& inputDirectory, const std::string
     BoundaryContents contents(boundaryFile);
     if (!walkBoundaryFile(boundaryFile, inspection.model, contents)) {
         report.failure = contents.failure();
-        report.hints = {areExchanged(inputDirectory, boundaryFile)
-                            ? "the arguments may be in the wrong order: the input directory comes "
-                              "first, then the boundary file"
-                            : contents.advice()};
+        if (areExchanged(inputDirectory, boundaryFile)) {
+            report.hints.emplace_back(
+                "the arguments may be in the wrong order: the input directory "
+                "comes first, then the boundary file");
+        } else if (!contents.advice().empty()) {
+            report.hints.push_back(contents.advice());
+        }
         return inspection;
     }
     describePolygons(inspection, contents.polygonIds());

@@ -150,6 +150,8 @@ BOUNDARIES = [
     boundary("gzip boundary", gzip.compress(SQUARE_XML.encode()), "is a gzip archive", mends=True),
     boundary("zip boundary", zipped(SQUARE_XML), "is a zip archive", mends=True),
     boundary("UTF-16 boundary", SQUARE_XML.encode("utf-16"), "is UTF-16 text", mends=True),
+    boundary("UTF-16 boundary without a mark", SQUARE_XML.encode("utf-16-be"), "is UTF-16 text",
+             mends=True),
     boundary("empty boundary", "", "is empty"),
     boundary("a scan", SCAN, "holds no XML"),
     boundary("cut off", SQUARE_XML.split("</group>")[0], "is not complete: the element that"),

@@ -122,7 +122,14 @@ def test_named_pipe_keeps_nobody_waiting(program, inspector, tmp_path):
     report = program.inspect(tmp_path, "./scans", "boundary.xml", code=0)
     assert report["files"][1]["reason"] == REASONS["no file"]
     report = program.inspect(tmp_path, "./scans", "scans/pipe.xyz", code=1)
-    assert "is not a regular file" in report["failure"]
+    assert "is not a regular file" in report["failure"] and report["hints"] == []
+
+
+def test_no_command_is_made_of_what_a_file_says(program, inspector, tmp_path):
+    boundary = SQUARE_XML.replace("boundaries", "'; touch taken; '")
+    write_tree(tmp_path, {"scans/a.xyz": scan([(5, 5)]), "boundary.xml": boundary})
+    hints = program.inspect(tmp_path, "./scans", "boundary.xml", code=1)["hints"]
+    assert "rename it" in hints[0] and "sed" not in hints[0]
 
 
 def test_many_sound_files_and_polygons_are_only_counted(program, inspector, tmp_path):

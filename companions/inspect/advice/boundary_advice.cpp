@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <string_view>
 #include <utility>
 
@@ -81,11 +82,13 @@ std::string listChildren(CMarkupSTL& document) {
 }
 
 /// Returns the name of the root element.
-std::string nameOfRoot(CMarkupSTL& document) {
-    document.resetPosition();
-    document.findChildElement("\x01"); // no element has this name: only the root is found
-    document.outOfElement();
-    const std::string markup = document.getElementMarkup().substr(0, 80);
+std::string nameOfRoot(const CMarkupSTL& document) {
+    const auto& elements = document.getElements();
+    const ElementPosition& root = elements[static_cast<std::size_t>(elements[0].firstChild)];
+    constexpr std::size_t longestName = 80;
+    const std::string_view markup =
+        std::string_view(document.getDocText())
+            .substr(static_cast<std::size_t>(root.startLeft), longestName);
     const std::size_t start = std::min(markup.find_first_not_of("< \t\r\n"), markup.size());
     return printable(markup.substr(start, markup.find_first_of(" \t\r\n/>", start) - start));
 }
@@ -114,12 +117,10 @@ std::string adviceOnUnloaded(const std::string& path) {
     const ContentKind kind = contentKind(path);
     switch (kind) {
     case ContentKind::Gzip:
-        return "unpack it: " + commandFor("gunzip -c < {} > NEWFILE && mv NEWFILE {}", path);
     case ContentKind::Zip:
-        return "unpack it: " + commandFor("unzip -p {} > NEWFILE && mv NEWFILE {}", path);
+        return "unpack it: " + commandToText(kind, path);
     case ContentKind::Utf16:
-        return "convert it: " +
-               commandFor("iconv -f UTF-16 -t UTF-8 {} > NEWFILE && mv NEWFILE {}", path);
+        return "convert it: " + commandToText(kind, path);
     case ContentKind::Unreadable:
         return fs::exists(path)
                    ? "give yourself the permission to read it: " + commandFor("chmod u+r {}", path)
@@ -137,8 +138,7 @@ std::string adviceOnUnloaded(const std::string& path) {
 std::string adviceOnRoot(const std::string& path) {
     if (isTavelDgmRoot(path)) {
         return "TavelDGM must be a child of the root element, whatever the name of the root. Put "
-               "an "
-               "element around it: " +
+               "an element around it: " +
                commandFor("sed -i 's|<TavelDGM|<project>&|; s|</TavelDGM>|&</project>|' {}", path);
     }
     const ContentKind kind = contentKind(path);
@@ -147,6 +147,18 @@ std::string adviceOnRoot(const std::string& path) {
     }
     return "the form is <project><TavelDGM><group type=\"boundaries\">, then a polygon for each "
            "ring";
+}
+
+/// Returns a colon and the command that makes the groups of this type ones of boundaries. A type is
+/// any text: returns nothing if the shell or sed could take it for something else.
+std::string commandToRename(const std::string& type, const std::string& path) {
+    const bool isPlain =
+        !type.empty() && std::all_of(type.begin(), type.end(), [](unsigned char c) {
+            return std::isalnum(c) != 0 || c == '_' || c == '-' || c == ' ';
+        });
+    return isPlain
+               ? ": " + commandFor("sed -i 's/type=\"" + type + "\"/type=\"boundaries\"/' {}", path)
+               : std::string();
 }
 
 } // namespace
@@ -222,10 +234,8 @@ std::vector<std::string> adviceOnContents(const BoundaryContents& contents, std:
         }
         advice.push_back("the boundary file has no group of type \"boundaries\", the only type "
                          "that a run reads; it has " +
-                         types + ". If that holds the boundaries, rename it: " +
-                         commandFor("sed -i 's/type=\"" + contents.groupTypes().front() +
-                                        "\"/type=\"boundaries\"/' {}",
-                                    path));
+                         types + ". If that holds the boundaries, rename it" +
+                         commandToRename(contents.groupTypes().front(), path));
     }
     return advice;
 }

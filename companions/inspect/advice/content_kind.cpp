@@ -1,5 +1,6 @@
 #include "inspect/advice/content_kind.h"
 
+#include "inspect/advice/shell_command.h"
 #include "platform/file.h"
 
 #include <algorithm>
@@ -113,25 +114,55 @@ ContentKind contentKind(const std::string& path) {
 }
 
 std::string_view nameOf(ContentKind kind) {
-    constexpr std::array<std::string_view, 18> names{"",
-                                                     "",
-                                                     "",
-                                                     "",
-                                                     "UTF-16 text",
-                                                     "a gzip archive",
-                                                     "a zip archive",
-                                                     "a LAS or LAZ file",
-                                                     "a TIFF image",
-                                                     "a GeoPackage or another SQLite database",
-                                                     "a shapefile",
-                                                     "the table of a shapefile (.dbf)",
-                                                     "a DXF drawing",
-                                                     "a GeoJSON file",
-                                                     "a KML file",
-                                                     "a GML file",
-                                                     "",
-                                                     "a binary file"};
-    return names[static_cast<std::size_t>(kind)];
+    switch (kind) {
+    case ContentKind::Utf16:
+        return "UTF-16 text";
+    case ContentKind::Gzip:
+        return "a gzip archive";
+    case ContentKind::Zip:
+        return "a zip archive";
+    case ContentKind::Las:
+        return "a LAS or LAZ file";
+    case ContentKind::Tiff:
+        return "a TIFF image";
+    case ContentKind::GeoPackage:
+        return "a GeoPackage or another SQLite database";
+    case ContentKind::Shapefile:
+        return "a shapefile";
+    case ContentKind::Dbase:
+        return "the table of a shapefile (.dbf)";
+    case ContentKind::Dxf:
+        return "a DXF drawing";
+    case ContentKind::GeoJson:
+        return "a GeoJSON file";
+    case ContentKind::Kml:
+        return "a KML file";
+    case ContentKind::Gml:
+        return "a GML file";
+    case ContentKind::Binary:
+        return "a binary file";
+    default:
+        return {};
+    }
+}
+
+std::string commandToText(ContentKind kind, const std::string& path) {
+    const std::string replace = " > NEWFILE && mv NEWFILE {}";
+    switch (kind) {
+    case ContentKind::Gzip:
+        return path.ends_with(".gz") ? commandFor("gunzip {}", path)
+                                     : commandFor("gunzip -c < {}" + replace, path);
+    case ContentKind::Zip:
+        return commandFor("unzip -p {}" + replace, path);
+    case ContentKind::Utf16: {
+        const std::string start = readStart(path);
+        const bool isMarked = start.starts_with('\xFF') || start.starts_with('\xFE');
+        const char* const order = isMarked ? "" : start.starts_with('\0') ? "BE" : "LE";
+        return commandFor(std::string("iconv -f UTF-16") + order + " -t UTF-8 {}" + replace, path);
+    }
+    default:
+        return {};
+    }
 }
 
 } // namespace veldtrim

@@ -38,4 +38,8 @@ ContentKind contentKind(const std::string& path);
 /// files that are empty or unreadable.
 std::string_view nameOf(ContentKind kind);
 
+/// Returns the command that replaces the file at `path` by the text that it packs or encodes; empty
+/// for other kinds than Gzip, Zip and Utf16.
+std::string commandToText(ContentKind kind, const std::string& path);
+
 } // namespace veldtrim

@@ -39,7 +39,7 @@ bool isUsualForPoints(const std::string& extension) {
 
 /// Returns how to convert a file of this kind to text with one point per line, or what is wrong
 /// with its content; empty if there is nothing to say.
-std::string adviceOnContent(ContentKind kind, const std::string& start, const std::string& path) {
+std::string adviceOnContent(ContentKind kind, const std::string& path) {
     const std::string what = "it holds " + std::string(nameOf(kind)) + ", not text. ";
     switch (kind) {
     case ContentKind::Empty:
@@ -47,21 +47,11 @@ std::string adviceOnContent(ContentKind kind, const std::string& start, const st
     case ContentKind::TextBom:
         return "the file begins with a byte-order mark. Remove it: " +
                commandFor("sed -i '1s/^\\xEF\\xBB\\xBF//' {}", path);
-    case ContentKind::Utf16: {
-        const bool isMarked = start[0] == '\xFF' || start[0] == '\xFE';
-        const char* const code = isMarked ? "UTF-16" : start[0] == '\0' ? "UTF-16BE" : "UTF-16LE";
-        return "it holds UTF-16 text. Convert it: " +
-               commandFor(std::string("iconv -f ") + code +
-                              " -t UTF-8 {} > NEWFILE && mv NEWFILE {}",
-                          path);
-    }
+    case ContentKind::Utf16:
+        return "it holds UTF-16 text. Convert it: " + commandToText(kind, path);
     case ContentKind::Gzip:
-        return what + "Unpack it: " +
-               (path.ends_with(".gz")
-                    ? commandFor("gunzip {}", path)
-                    : commandFor("gunzip -c < {} > NEWFILE && mv NEWFILE {}", path));
     case ContentKind::Zip:
-        return what + "Unpack it: " + commandFor("unzip -p {} > NEWFILE && mv NEWFILE {}", path);
+        return what + "Unpack it: " + commandToText(kind, path);
     case ContentKind::Tiff:
         return what + "Convert it: " +
                commandFor(
@@ -114,7 +104,7 @@ std::string adviceOnSkipped(const FileReport& file, const std::string& path) {
     const bool isHandled =
         isNamed || isUsualForPoints(inLowerCase(fs::path(path).extension().string()));
     std::string advice = isHandled || kind == ContentKind::Gzip || kind == ContentKind::Las
-                             ? adviceOnContent(kind, start, path)
+                             ? adviceOnContent(kind, path)
                              : std::string();
     if (!advice.empty()) {
         return advice;
