@@ -1,7 +1,7 @@
 #include "inspect/boundary_contents.h"
 
+#include "explain/boundary_fault.h"
 #include "inspect/advice/boundary_advice.h"
-#include "inspect/wording.h"
 
 #include <algorithm>
 
@@ -10,31 +10,6 @@
 namespace veldtrim {
 
 namespace {
-
-/// Describes what is wrong with the faulty attribute, which should be `kind`.
-std::string describeAttribute(const BoundaryFault& fault, const char* kind) {
-    const std::string name = fault.attribute;
-    return fault.value.empty()
-               ? " has no " + name
-               : " has " + name + '=' + quoted(fault.value) + ", which is not " + kind;
-}
-
-std::string describeFault(const std::string& path, const BoundaryFault& fault) {
-    switch (fault.kind) {
-    case BoundaryFault::Kind::NotLoaded:
-    case BoundaryFault::Kind::NoTavelDgm:
-        return describeUnloaded(path);
-    case BoundaryFault::Kind::PolygonId:
-        return "cannot be read: its polygon number " + std::to_string(fault.polygon + 1) +
-               describeAttribute(fault, "an integer");
-    case BoundaryFault::Kind::Point:
-        break;
-    }
-    const bool isInteger = std::string_view(fault.attribute) == "segmenttype";
-    return "cannot be read: point number " + std::to_string(fault.point + 1) + " of polygon " +
-           std::to_string(fault.polygonId) +
-           describeAttribute(fault, isInteger ? "an integer" : "a number");
-}
 
 bool isDecimalComma(std::string_view value) {
     const std::size_t comma = value.find(',');
@@ -65,7 +40,7 @@ void BoundaryContents::onPoint(const CMarkupSTL& document) {
 }
 
 void BoundaryContents::onFault(const BoundaryFault& fault) {
-    failure_ = "the boundary file " + path_ + ' ' + describeFault(path_, fault);
+    failure_ = "the boundary file " + path_ + ' ' + describeFault(fault, path_);
     advice_ = adviceOnFault(fault, path_);
 }
 

@@ -1,8 +1,8 @@
 #include "inspect/hints.h"
 
+#include "explain/shell_command.h"
+#include "explain/wording.h"
 #include "inspect/advice/bounds_advice.h"
-#include "inspect/advice/shell_command.h"
-#include "inspect/wording.h"
 
 #include <algorithm>
 

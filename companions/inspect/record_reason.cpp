@@ -1,7 +1,7 @@
 #include "inspect/record_reason.h"
 
 #include "elevation/record.h"
-#include "inspect/wording.h"
+#include "explain/wording.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "inspect/report_text.h"
 
+#include "explain/wording.h"
 #include "inspect/hints.h"
-#include "inspect/wording.h"
 
 namespace veldtrim {
 

@@ -9,10 +9,6 @@
 
 namespace veldtrim {
 
-/// Returns why the file at `path` cannot be loaded or has no element TavelDGM, as a predicate such
-/// as "is empty". Reads the file again.
-std::string describeUnloaded(const std::string& path);
-
 /// Returns what to do about the fault; empty if the description of the fault says enough.
 std::string adviceOnFault(const BoundaryFault& fault, const std::string& path);
 

@@ -1,7 +1,7 @@
 #include "inspect/advice/bounds_advice.h"
 
-#include "inspect/advice/shell_command.h"
-#include "inspect/wording.h"
+#include "explain/shell_command.h"
+#include "explain/wording.h"
 
 #include <algorithm>
 #include <array>

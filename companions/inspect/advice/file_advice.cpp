@@ -1,10 +1,10 @@
 #include "inspect/advice/file_advice.h"
 
+#include "explain/content_kind.h"
+#include "explain/shell_command.h"
+#include "explain/wording.h"
 #include "inspect/advice/columns.h"
-#include "inspect/advice/content_kind.h"
 #include "inspect/advice/header_advice.h"
-#include "inspect/advice/shell_command.h"
-#include "inspect/wording.h"
 #include "run/clip_workspace.h"
 #include "run/input_files.h"
 

@@ -1,8 +1,8 @@
 #include "inspect/advice/header_advice.h"
 
+#include "explain/shell_command.h"
+#include "explain/wording.h"
 #include "inspect/advice/columns.h"
-#include "inspect/advice/shell_command.h"
-#include "inspect/wording.h"
 
 #include <algorithm>
 #include <array>

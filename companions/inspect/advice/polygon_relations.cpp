@@ -1,6 +1,6 @@
 #include "inspect/advice/polygon_relations.h"
 
-#include "inspect/wording.h"
+#include "explain/wording.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "inspect/picture/frame.h"
 
+#include "explain/wording.h"
 #include "inspect/picture/drawing.h"
-#include "inspect/wording.h"
 
 #include <cmath>
 

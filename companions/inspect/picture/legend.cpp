@@ -1,8 +1,8 @@
 #include "inspect/picture/legend.h"
 
+#include "explain/wording.h"
 #include "inspect/picture/drawing.h"
 #include "inspect/picture/polygons.h"
-#include "inspect/wording.h"
 
 #include <cmath>
 #include <cstdint>

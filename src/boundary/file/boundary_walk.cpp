@@ -93,14 +93,14 @@ private:
     BoundaryFault fault_; ///< the current position, for reporting a failure
 };
 
-} // namespace
-
-bool walkBoundaryFile(const std::string& path, BoundaryModel& model, BoundarySink& sink) {
-    CMarkupSTL document;
+/// Walks through the document, which `isLoaded` says to hold an element.
+bool walk(CMarkupSTL& document, bool isLoaded, BoundaryModel& model, BoundarySink& sink) {
     BoundaryFault fault;
-    if (!XMLReader::setFile(path, &document)) {
+    if (!isLoaded) {
         fault.kind = BoundaryFault::Kind::NotLoaded;
         fault.parseError = document.getParseError();
+        fault.line = document.getParseErrorLine();
+        fault.column = document.getParseErrorColumn();
         sink.onFault(fault);
         return false;
     }
@@ -112,6 +112,19 @@ bool walkBoundaryFile(const std::string& path, BoundaryModel& model, BoundarySin
     }
     sink.onTavelDgm();
     return Walk(document, model, sink).readGroups();
+}
+
+} // namespace
+
+bool walkBoundaryFile(const std::string& path, BoundaryModel& model, BoundarySink& sink) {
+    CMarkupSTL document;
+    return walk(document, XMLReader::setFile(path, &document), model, sink);
+}
+
+bool walkBoundaryText(const std::string& text, BoundaryModel& model, BoundarySink& sink) {
+    CMarkupSTL document;
+    // A document without a root element has no child TavelDGM either.
+    return walk(document, document.setDocument(text.c_str()), model, sink);
 }
 
 } // namespace veldtrim

@@ -22,8 +22,10 @@ struct BoundaryFault {
     };
     Kind kind = Kind::NotLoaded;
 
-    /// NotLoaded: the error message of the XML parser; empty if it has none.
-    std::string_view parseError;
+    // NotLoaded.
+    std::string_view parseError; ///< the error message of the XML parser; empty if it has none
+    std::int32_t line = 0;       ///< the line of that error, from 1; 0 if it has no place
+    std::int32_t column = 0;     ///< its byte in the line, from 1; 0 if it has no place
 
     // PolygonId and Point.
     std::size_t polygon = 0;    ///< position among the polygons of the groups read, from 0
@@ -66,5 +68,9 @@ public:
 /// Returns false after the first failure, which is the last event that `sink` receives. Vertices
 /// and whole polygons read before the failure stay in the model.
 bool walkBoundaryFile(const std::string& path, BoundaryModel& model, BoundarySink& sink);
+
+/// The same for the text of a boundary file up to its first NUL. Memory for a second copy of the
+/// text is needed during the call.
+bool walkBoundaryText(const std::string& text, BoundaryModel& model, BoundarySink& sink);
 
 } // namespace veldtrim

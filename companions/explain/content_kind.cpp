@@ -1,6 +1,6 @@
-#include "inspect/advice/content_kind.h"
+#include "explain/content_kind.h"
 
-#include "inspect/advice/shell_command.h"
+#include "explain/shell_command.h"
 #include "platform/file.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "inspect/advice/shell_command.h"
+#include "explain/shell_command.h"
 
 namespace veldtrim {
 

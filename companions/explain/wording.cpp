@@ -1,4 +1,4 @@
-#include "inspect/wording.h"
+#include "explain/wording.h"
 
 #include <array>
 #include <charconv>
