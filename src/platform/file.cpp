@@ -42,6 +42,9 @@ auto systemWrite(int descriptor, const char* from, std::size_t size) {
 void systemTruncate(int descriptor, std::int64_t size) {
     static_cast<void>(::_chsize_s(descriptor, size));
 }
+int systemSynchronize(int descriptor) {
+    return ::_commit(descriptor);
+}
 int systemClose(int descriptor) {
     return ::_close(descriptor);
 }
@@ -65,6 +68,10 @@ auto systemWrite(int descriptor, const char* from, std::size_t size) {
 }
 void systemTruncate(int descriptor, std::int64_t size) {
     static_cast<void>(::ftruncate(descriptor, size) == 0);
+}
+int systemSynchronize(int descriptor) {
+    // Some file systems cannot do this, which they report as EINVAL.
+    return ::fsync(descriptor) == 0 || errno == EINVAL || errno == EROFS ? 0 : -1;
 }
 int systemClose(int descriptor) {
     return ::close(descriptor);
@@ -96,6 +103,10 @@ PlatformFile PlatformFile::openForReading(const std::string& path) {
 
 PlatformFile PlatformFile::openForWriting(const std::string& path) {
     return {path, O_WRONLY | O_CREAT | O_TRUNC};
+}
+
+PlatformFile PlatformFile::createForWriting(const std::string& path) {
+    return {path, O_WRONLY | O_CREAT | O_EXCL};
 }
 
 PlatformFile::PlatformFile(PlatformFile&& other) noexcept
@@ -141,6 +152,12 @@ void PlatformFile::write(std::string_view bytes) {
         }
     }
     written_ += static_cast<std::int64_t>(bytes.size());
+}
+
+void PlatformFile::synchronize() {
+    if (isOpen() && systemSynchronize(descriptor_) != 0) {
+        fail("write", path_);
+    }
 }
 
 void PlatformFile::close() {

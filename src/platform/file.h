@@ -27,6 +27,9 @@ public:
     /// Creates the file, or empties it if it exists.
     static PlatformFile openForWriting(const std::string& path);
 
+    /// Creates the file. Does not open a file that exists.
+    static PlatformFile createForWriting(const std::string& path);
+
     PlatformFile(PlatformFile&& other) noexcept;
     PlatformFile(const PlatformFile&) = delete;
     PlatformFile& operator=(const PlatformFile&) = delete;
@@ -46,6 +49,10 @@ public:
     /// system fails, cuts off the part of `bytes` that was written, so that the file ends where it
     /// ended before, and throws std::system_error, which names the file and the reason.
     void write(std::string_view bytes);
+
+    /// Waits until all bytes are stored on the device. Throws std::system_error, which names the
+    /// file and the reason, if they are not.
+    void synchronize();
 
     /// Closes the file. Throws std::system_error if the system reports that written bytes were
     /// lost; the file is closed even then.

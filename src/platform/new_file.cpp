@@ -1,0 +1,123 @@
+#include "platform/new_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+#include <utility>
+
+#ifdef _WIN32
+#include <process.h>
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace veldtrim {
+
+namespace {
+
+#ifdef _WIN32
+
+bool exists(const std::string& path) {
+    return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+int processNumber() {
+    return ::_getpid();
+}
+std::error_code renameToNew(const std::string& from, const std::string& to) {
+    // Without MOVEFILE_REPLACE_EXISTING, an existing file stays.
+    if (::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0) {
+        return {};
+    }
+    const auto reason = static_cast<int>(::GetLastError());
+    return reason == ERROR_ALREADY_EXISTS ? std::make_error_code(std::errc::file_exists)
+                                          : std::error_code(reason, std::system_category());
+}
+
+#else
+
+bool exists(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0;
+}
+int processNumber() {
+    return ::getpid();
+}
+std::error_code renameToNew(const std::string& from, const std::string& to) {
+    const auto lastError = [] { return std::error_code(errno, std::generic_category()); };
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return {};
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return lastError();
+    }
+    // File systems that cannot do this may have hard links, which do not replace a file either.
+    if (::link(from.c_str(), to.c_str()) == 0) {
+        static_cast<void>(::unlink(from.c_str()));
+        return {};
+    }
+    if (errno == EEXIST) {
+        return lastError();
+    }
+    if (exists(to)) {
+        return std::make_error_code(std::errc::file_exists);
+    }
+    return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : lastError();
+}
+
+#endif
+
+[[noreturn]] void failToCreate(const std::string& target, std::error_code reason) {
+    throw std::system_error(reason, "cannot create " + target);
+}
+
+std::string unfinishedName(const std::string& target) {
+    if (exists(target)) {
+        failToCreate(target, std::make_error_code(std::errc::file_exists));
+    }
+    for (int number = processNumber();; ++number) {
+        std::string name = target + ".part-" + std::to_string(number);
+        if (!exists(name)) {
+            return name;
+        }
+    }
+}
+
+} // namespace
+
+NewFile::NewFile(std::string target)
+    : target_(std::move(target)), unfinished_(unfinishedName(target_)),
+      file_(PlatformFile::createForWriting(unfinished_)) {
+    if (!file_.isOpen()) {
+        unfinished_.clear();
+        failToCreate(target_, file_.openError());
+    }
+}
+
+NewFile::~NewFile() {
+    if (unfinished_.empty()) {
+        return;
+    }
+    try {
+        file_.close();                   // Windows does not remove open files.
+    } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the file is removed
+    }
+    static_cast<void>(std::remove(unfinished_.c_str()));
+}
+
+void NewFile::write(std::string_view bytes) {
+    file_.write(bytes);
+}
+
+void NewFile::publish() {
+    file_.synchronize();
+    file_.close();
+    if (const std::error_code reason = renameToNew(unfinished_, target_)) {
+        failToCreate(target_, reason);
+    }
+    unfinished_.clear();
+}
+
+} // namespace veldtrim
