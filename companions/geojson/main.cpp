@@ -1,0 +1,6 @@
+#include "geojson/command_line.h"
+#include "start/start.h"
+
+int main(int argc, char** argv) {
+    return veldtrim::startCompanion(veldtrim::boundaryCommand, argc, argv);
+}
