@@ -13,6 +13,7 @@ OPTIONS = {
     "program": (None, "the program under test"),
     "emulator": ("", "command that runs the program where the system cannot"),
     "inspector": (None, "veldtrim-inspect, compared with every run where it is named"),
+    "boundary": (None, "veldtrim-boundary, for its own tests"),
     "eol": ("lf", "the line end of the program's platform, lf or crlf; crlf stands for Windows"),
 }
 
@@ -33,11 +34,22 @@ def pytest_collection_modifyitems(config, items):
 
 @pytest.fixture(scope="session")
 def program(pytestconfig):
-    path, emulator, inspector, eol = map(pytestconfig.getoption, OPTIONS)
+    path, emulator, inspector, eol = map(
+        pytestconfig.getoption, ("program", "emulator", "inspector", "eol")
+    )
     if not path:
         pytest.exit("name the program under test with --program or VELDTRIM_PROGRAM", 2)
     inspector = inspector and os.path.abspath(inspector)
     return Program([*shlex.split(emulator), os.path.abspath(path)], eol == "crlf", inspector)
+
+
+@pytest.fixture(scope="session")
+def converter(pytestconfig):
+    """The command line of veldtrim-boundary."""
+    path, emulator = map(pytestconfig.getoption, ("boundary", "emulator"))
+    if not path:
+        pytest.exit("name veldtrim-boundary with --boundary or VELDTRIM_BOUNDARY", 2)
+    return [*shlex.split(emulator), os.path.abspath(path)]
 
 
 @pytest.fixture(scope="session")

@@ -1,7 +1,6 @@
 #include "area/area_writer.h"
 
 #include "area/feature_refusal.h"
-#include "text/number_text.h"
 
 #include <cmath>
 #include <utility>

@@ -1,0 +1,149 @@
+"""What veldtrim-boundary makes of GeoJSON and of boundary files, there and back."""
+
+import json
+import random
+import shutil
+import struct
+from decimal import Decimal
+from pathlib import Path
+
+import pytest
+from conftest import SQUARE, collection, feature, polygon, polygons_of
+from harness import ARGUMENTS, boundary_file, read_tree
+
+EXAMPLE = Path(__file__).parents[2] / "examples/jacksboro"
+TEXTS = [(str(x), str(y)) for x, y in SQUARE[:-1]]
+ROUND = {"type": "MultiPolygon", "coordinates": [[SQUARE], [SQUARE[::-1]]]}
+CRS = {"type": "name", "properties": {"name": "urn:ogc:def:crs:EPSG::25832"}}
+
+# source, options, ids of the polygons
+ACCEPTED = {
+    "bare polygon": (polygon(), [], [1]),
+    "bare multipolygon": (ROUND, [], [1, 1]),
+    "feature": (feature(polygon()), [], [1]),
+    "counted": (collection(feature(polygon()), feature(polygon(), {"id": None})), [], [1, 2]),
+    "integer ids": (collection(feature(polygon(), {"id": -5}), feature(ROUND, {"id": 7})), [],
+                    [-5, 7, 7]),
+    "whole numbers": (collection(feature(polygon(), {"id": 3.0}), feature(polygon(), {"id": 1e2})),
+                      [], [3, 100]),
+    "texts": (collection(feature(polygon(), {"id": "-2147483648"})), [], [-2147483648]),
+    "member": (collection(feature(polygon(), {"a": 9}, id=4), feature(polygon(), id="x")), [],
+               [4, 2]),
+    "property before member": (feature(polygon(), {"id": 8}, id=4), [], [8]),
+    "named field": (feature(polygon(), {"id": "x", "nr": 6}), ["--id-field", "nr"], [6]),
+    "nested values": (feature(polygon(), {"a": {"id": 5}, "b": [{"id": 6}]}), [], [1]),
+    "third coordinates": (polygon([[*point, 99, 1] for point in SQUARE]), [], [1]),
+    "open ring": (polygon(SQUARE[:-1]), [], [1]),
+    "byte-order mark": (b"\xef\xbb\xbf" + json.dumps(polygon()).encode(), [], [1]),
+    "any order": (
+        '{"features":[{"geometry":{"coordinates":[[[0,0],[4,0],[4,4],[0,4],[0,0]]],'
+        '"type":"Polygon"},"properties":{"id":3},"type":"Feature"}],"type":"FeatureCollection"}',
+        [], [3]),
+    "foreign members": (
+        collection(feature(polygon(), x={"coordinates": [1]}), name="n", crs=CRS,
+                   bbox=[0, 0, 4, 4], y={"features": [{"type": "a"}]}), [], [1]),
+}
+
+
+@pytest.mark.parametrize("name", ACCEPTED)
+def test_accepted(boundary, name):
+    source, options, ids = ACCEPTED[name]
+    made = boundary.convert("import", source, *options)
+    assert made.code == 0, made.said
+    rings = polygons_of(made.written.decode())
+    assert [number for number, _ in rings] == ids
+    assert all(ring in (TEXTS, [TEXTS[0], *TEXTS[:0:-1]]) for _, ring in rings)
+    assert f"{len(ids)} polygon" in made.said and "x from 0 to 4, y from 0 to 4" in made.said
+
+
+def test_messages(boundary):
+    degrees = "can be degrees"
+    assert degrees in boundary.convert("import", polygon()).said
+    named = boundary.convert("import", collection(feature(polygon()), crs=CRS)).said
+    assert degrees not in named and CRS["properties"]["name"] in named
+    far = [[x + 500000, y] for x, y in SQUARE]
+    assert degrees not in boundary.convert("import", polygon(far)).said
+    source, _ = boundary_file(("boundaries", {1: SQUARE[:-1]}))
+    made = boundary.convert("export", source, "--crs", "EPSG:25832")
+    assert json.loads(made.written)["crs"] == CRS
+
+
+def bits(number):
+    return struct.pack("<d", float(number))
+
+
+def random_doubles(count):
+    """Numbers of all magnitudes, short and long ones, and where the notation changes."""
+    generator = random.Random(count)
+    special = [0.0, -0.0, 1e15, 1e-5, 1e22, 5e-324, 1.7976931348623157e308, 0.1, 1 / 3, 2**53 + 2.0,
+               999999999999999.9, 1000000000000000.1, 9.999999999999999e-6, 12345.678, -4052262.5]
+    drawn = (generator.choice((-1, 1)) * 10 ** generator.uniform(-300, 300) for _ in range(count))
+    return [*special, special[0], *drawn]
+
+
+def test_there_and_back(boundary):
+    """Ids, order and every bit survive, and only very large and small numbers have an exponent."""
+    numbers = random_doubles(100_000)
+    points = list(zip(numbers[::2], numbers[1::2]))
+    rings = [points[i:i + 50] for i in range(0, len(points) - 3, 50)]
+    source, _ = boundary_file(*(
+        ("boundaries", {7 - i: ring}) for i, ring in enumerate(rings)
+    ))
+    made = boundary.convert("export", source)
+    features = json.loads(made.written)["features"]
+    assert [each["properties"] for each in features] == [
+        {"id": 7 - i, "group": i + 1} for i in range(len(rings))
+    ]
+    for ring, each in zip(rings, features):
+        coordinates = each["geometry"]["coordinates"][0]
+        assert [[*map(bits, p)] for p in coordinates] == [[*map(bits, p)] for p in ring + ring[:1]]
+    back = polygons_of(boundary.convert("import", made.written).written.decode())
+    assert [number for number, _ in back] == [7 - i for i in range(len(rings))]
+    for ring, (_, texts) in zip(rings, back):
+        assert [[*map(bits, p)] for p in texts] == [[*map(bits, p)] for p in ring]
+        for text in (text for point in texts for text in point):
+            size = abs(float(text))
+            assert ("e" in text) == (size > 1e15 or 0 < size < 1e-5), text
+            assert Decimal(text) == Decimal(repr(float(text)))  # no digit too many
+
+
+def test_example_clips_alike(boundary, program, tmp_path):
+    def clip(directory, source):
+        shutil.copytree(EXAMPLE / "scans", tmp_path / directory / "scans")
+        (tmp_path / directory / "boundary.xml").write_bytes(source)
+        assert program.run(tmp_path / directory, *ARGUMENTS).code == 0
+        return read_tree(tmp_path / directory / "clipped")
+
+    source = (EXAMPLE / "boundary.xml").read_bytes()
+    made = boundary.convert("export", source)
+    back = boundary.convert("import", made.written)
+    assert clip("before", source) == clip("after", back.written)
+
+
+def test_shapes(boundary):
+    """Polygons that are no areas, rings that the file closes, and groups that are not read."""
+    closed = [*SQUARE]
+    rings = {1: [], 2: SQUARE[:1], 3: SQUARE[:2], 4: [*SQUARE[:2], SQUARE[0]], 5: closed}
+    source, _ = boundary_file(("walls", {9: SQUARE}), ("boundaries", rings))
+    made = boundary.convert("export", source)
+    features = json.loads(made.written)["features"]
+    assert [each["properties"]["id"] for each in features] == [2, 3, 4, 5]
+    assert {each["properties"]["group"] for each in features} == {2}
+    assert [(each["geometry"]["type"], each["geometry"]["coordinates"]) for each in features] == [
+        ("Point", SQUARE[0]), ("LineString", SQUARE[:2]),
+        ("Polygon", [[*SQUARE[:2], SQUARE[0], SQUARE[0]]]), ("Polygon", [closed]),
+    ]
+    for said in ("left out polygon number 1 (id 1)", "1 polygon of one point", "of two points"):
+        assert said in made.said
+
+
+def test_standard_streams(boundary, tmp_path):
+    made = boundary.run("import", "-", "-", input=json.dumps(polygon()).encode())
+    assert made.returncode == 0
+    assert polygons_of(made.stdout.decode()) == [(1, TEXTS)]
+    back = boundary.run("export", "-", "-", input=made.stdout)
+    assert json.loads(back.stdout)["features"][0]["geometry"] == polygon()
+    refused = boundary.run("import", "-", "-", input=b'{"type":')
+    assert (refused.returncode, refused.stdout) == (1, b"")
+    assert b"standard input is broken JSON at line 1, column 9" in refused.stderr
+    assert list(tmp_path.iterdir()) == []

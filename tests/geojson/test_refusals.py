@@ -1,0 +1,167 @@
+"""What veldtrim-boundary refuses, and what it leaves behind when something fails."""
+
+import json
+import os
+import random
+import subprocess
+import time
+
+import pytest
+from conftest import SQUARE, collection, feature, polygon, polygons_of
+
+HOLE = [[1, 1], [2, 1], [2, 2], [1, 2], [1, 1]]
+GOOD = feature(polygon())
+
+
+def second(geometry, properties=None):
+    return collection(GOOD, feature(geometry, properties))
+
+
+# source, sentence
+REFUSED = {
+    "hole": (second(polygon(SQUARE, HOLE)), "feature 2 has a hole"),
+    "line": (second({"type": "LineString", "coordinates": SQUARE}), "feature 2 is a LineString"),
+    "point": (second({"type": "Point", "coordinates": [1, 2]}), "feature 2 is a Point"),
+    "collection": (second({"type": "GeometryCollection", "geometries": [polygon()]}),
+                   "feature 2 is a GeometryCollection"),
+    "no geometry": (second(None), "feature 2 has no geometry"),
+    "empty polygon": (second({"type": "Polygon", "coordinates": []}), "feature 2 has an empty"),
+    "empty part": (second({"type": "MultiPolygon", "coordinates": [[SQUARE], []]}),
+                   "feature 2 has an empty"),
+    "empty ring": (second(polygon(SQUARE, [])), "feature 2 has an empty"),
+    "two vertices": (second(polygon([SQUARE[0], SQUARE[1], SQUARE[0]])), "fewer than three"),
+    "too shallow": (second({"type": "Polygon", "coordinates": SQUARE}), "not those of a Polygon"),
+    "too deep": (second({"type": "Polygon", "coordinates": [[SQUARE]]}), "not those of a Polygon"),
+    "mixed depths": (second(polygon([*SQUARE[:3], [[0, 4]]])), "not those of a Polygon"),
+    "one number": (second(polygon([[1], *SQUARE])), "not those of a Polygon"),
+    "text as number": (second(polygon([["0", "0"], *SQUARE[1:]])), "not those of a Polygon"),
+    "null as number": (second(polygon([[0, None], *SQUARE[1:]])), "not those of a Polygon"),
+    "object as position": (second(polygon([{}, *SQUARE])), "not those of a Polygon"),
+    "real id": (second(polygon(), {"id": 1.5}), "feature 2 has the id 1.5"),
+    "text id": (second(polygon(), {"id": "A-1"}), 'feature 2 has the id "A-1"'),
+    "large id": (second(polygon(), {"id": 2**31}), "feature 2 has the id 2147483648"),
+    "true as id": (second(polygon(), {"id": True}), "feature 2 has the id true"),
+    "list as id": (second(polygon(), {"id": [1]}), "feature 2 has the id [...]"),
+    "no feature": (collection(GOOD, polygon()), 'element 2 of "features" is not a Feature'),
+    "number as feature": (collection(GOOD, 5), '"features" holds something'),
+    "list as feature": (collection(GOOD, [5]), '"features" holds something'),
+    "no features": (collection(), "holds no polygon"),
+    "no list": ({"type": "FeatureCollection"}, 'no "features"'),
+    "no type": ({"features": [GOOD]}, 'no "type"'),
+    "other type": ({"type": "Topology"}, "is a Topology"),
+    "list": ([], "an object in braces"),
+    "word": ("null", "an object in braces"),
+    "empty": ("", "broken JSON at line 1, column 1"),
+    "cut": ('{"type":\n "FeatureCollection",\n  "feat', "broken JSON at line 3, column 8"),
+    "wrong word": ('{"type":\n"Polygon","coordinates":[[[nan]]]}', "line 2, column 29"),
+    "too much": (json.dumps(polygon()) + "\n}", "broken JSON at line 2, column 1"),
+    "too large": (json.dumps(polygon()).replace("4", "1e400", 1), "broken JSON at line 1, column "),
+    "not UTF-8": (b'{"type":"\xff"}', "broken JSON at line 1, column 10"),
+    "shapefile": (b"\0\0\x27\x0a" + bytes(96), "is a shapefile, not GeoJSON"),
+    "GeoPackage": (b"SQLite format 3\0" + bytes(84), "ogr2ogr -f GeoJSON NEWFILE m.json"),
+    "gzip": (b"\x1f\x8b" + bytes(20), "gunzip -c < m.json"),
+    "XML": ("<project/>", "is XML, not GeoJSON"),
+    "deep": ("[" * 500_000, "an object in braces"),
+    "deep in a member": ('{"a":' + "[" * 500_000, "broken JSON at line 1, column 50000"),
+    "deep geometries": ('{"geometry":' * 100_000, "broken JSON at line 1, column 120000"),
+    "deep coordinates": ('{"coordinates":' + "[" * 500_000, "broken JSON"),
+}
+
+
+@pytest.mark.parametrize("name", REFUSED)
+def test_refused_import(boundary, name):
+    source, sentence = REFUSED[name]
+    made = boundary.convert("import", source)
+    assert made.code == 1
+    assert sentence in made.said and made.said.count("\n") == 1
+
+
+def test_missing_id_field(boundary):
+    made = boundary.convert("import", GOOD, "--id-field", "nr")
+    assert (made.code, 'feature 1 has no property "nr"' in made.said) == (1, True)
+
+
+@pytest.mark.parametrize("source, sentence", [
+    ("", "b.xml is empty"),
+    ("text", "b.xml holds no XML"),
+    (json.dumps(GOOD), "b.xml is a GeoJSON file, not a boundary file"),
+    ("<project>\n <a></b></project>", "b.xml is broken XML at line 2, column 5"),
+    ("<project><a/></project>", "b.xml has no element TavelDGM"),
+    ('<p><TavelDGM><group type="boundaries"><polygon id="x"/></group></TavelDGM></p>',
+     'its polygon number 1 has id="x", which is not an integer'),
+])
+def test_refused_export(boundary, source, sentence):
+    made = boundary.convert("export", source)
+    assert made.code == 1 and sentence in made.said
+
+
+@pytest.mark.parametrize("arguments", [
+    [], ["import"], ["import", "m.json"], ["import", "m.json", "b.xml", "--holes", "drop"],
+    ["export", "b.xml", "m.json", "x"], ["convert", "a", "b"],
+])
+def test_wrong_command_line(boundary, arguments):
+    assert boundary.run(*arguments).returncode == 2
+
+
+def test_existing_target(boundary, tmp_path):
+    (tmp_path / "m.json").write_text(json.dumps(GOOD))
+    (tmp_path / "b.xml").write_text("old")
+    made = boundary.run("import", "m.json", "b.xml")
+    assert made.returncode == 1 and b"b.xml already exists" in made.stderr
+    assert (tmp_path / "b.xml").read_text() == "old"
+    assert boundary.run("import", "missing.json", "new.xml").returncode == 1
+    assert boundary.run("import", "m.json", "missing/b.xml").returncode == 1
+    assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
+
+
+@pytest.mark.posix
+def test_dangling_link_as_target(boundary, tmp_path):
+    (tmp_path / "m.json").write_text(json.dumps(GOOD))
+    (tmp_path / "b.xml").symlink_to("nowhere")
+    assert boundary.run("import", "m.json", "b.xml").returncode == 1
+    assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
+
+
+def large(vertices=300_000):
+    ring = [[i % 1000 + 0.125, i] for i in range(vertices)]
+    return collection(feature(polygon([*ring, ring[0]])))
+
+
+@pytest.mark.posix
+def test_full_disk(boundary, tmp_path):
+    disk = tmp_path / "disk"
+    disk.mkdir()
+    mount = ["mount", "-t", "tmpfs", "-o", "size=256k", "veldtrim-test", disk]
+    if os.geteuid() != 0 or subprocess.run(mount, capture_output=True).returncode != 0:
+        pytest.skip("mounting a small disk needs privileges")
+    try:
+        (tmp_path / "m.json").write_text(json.dumps(large()))
+        made = boundary.run("import", "m.json", "disk/b.xml")
+        assert made.returncode == 1 and b"No space left on device" in made.stderr
+        assert list(disk.iterdir()) == []
+    finally:
+        subprocess.run(["umount", disk], check=True)
+    with open("/dev/full", "wb") as full:
+        made = subprocess.run([*boundary.command, "import", tmp_path / "m.json", "-"], stdout=full,
+                              stderr=subprocess.PIPE)
+    assert made.returncode == 1 and b"cannot write to standard output" in made.stderr
+
+
+@pytest.mark.posix
+def test_killed(boundary, tmp_path):
+    """At any moment there is no target or the whole one."""
+    (tmp_path / "m.json").write_text(json.dumps(large()))
+    start = time.monotonic()
+    assert boundary.run("import", "m.json", "whole.xml").returncode == 0
+    whole, duration = (tmp_path / "whole.xml").read_bytes(), time.monotonic() - start
+    assert len(polygons_of(whole.decode())[0][1]) == 300_000
+    generator = random.Random(1)
+    for _ in range(25):
+        process = subprocess.Popen([*boundary.command, "import", "m.json", "b.xml"], cwd=tmp_path,
+                                   stderr=subprocess.DEVNULL)
+        time.sleep(generator.uniform(0, duration))
+        process.kill()
+        process.wait()
+        target = tmp_path / "b.xml"
+        assert not target.exists() or target.read_bytes() == whole
+        target.unlink(missing_ok=True)
