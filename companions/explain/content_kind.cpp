@@ -165,4 +165,17 @@ std::string commandToText(ContentKind kind, const std::string& path) {
     }
 }
 
+std::string commandToGeoJson(ContentKind kind, const std::string& path) {
+    switch (kind) {
+    case ContentKind::GeoPackage:
+    case ContentKind::Shapefile:
+    case ContentKind::Dxf:
+    case ContentKind::Kml:
+    case ContentKind::Gml:
+        return commandFor("ogr2ogr -f GeoJSON NEWFILE {}", path);
+    default:
+        return {};
+    }
+}
+
 } // namespace veldtrim

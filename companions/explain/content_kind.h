@@ -42,4 +42,8 @@ std::string_view nameOf(ContentKind kind);
 /// for other kinds than Gzip, Zip and Utf16.
 std::string commandToText(ContentKind kind, const std::string& path);
 
+/// Returns the command that writes the polygons of the file at `path` to NEWFILE as GeoJSON; empty
+/// unless it is a file of vector data of another kind.
+std::string commandToGeoJson(ContentKind kind, const std::string& path);
+
 } // namespace veldtrim

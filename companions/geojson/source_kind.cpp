@@ -1,7 +1,6 @@
 #include "geojson/source_kind.h"
 
 #include "explain/content_kind.h"
-#include "explain/shell_command.h"
 #include "geojson/place.h"
 
 #include <stdexcept>
@@ -13,36 +12,32 @@ void refuseOtherKinds(const std::string& source) {
         return;
     }
     const ContentKind kind = contentKind(source);
-    std::string advice;
+    std::string advice = commandToGeoJson(kind, source);
     switch (kind) {
-    case ContentKind::GeoPackage:
-    case ContentKind::Shapefile:
-    case ContentKind::Dxf:
-    case ContentKind::Kml:
-    case ContentKind::Gml:
-        advice = "save it as GeoJSON in the coordinate system of the scans, in QGIS with Export > "
-                 "Save Features As..., or by " +
-                 commandFor("ogr2ogr -f GeoJSON NEWFILE {}", source);
-        break;
-    case ContentKind::Dbase:
-        advice = "give the .shp file of the same name to ogr2ogr -f GeoJSON";
-        break;
     case ContentKind::Gzip:
     case ContentKind::Zip:
     case ContentKind::Utf16:
         advice = "convert it: " + commandToText(kind, source);
+        break;
+    case ContentKind::Xml:
+        throw std::runtime_error(source +
+                                 " is XML, not GeoJSON: if it is a boundary file, Veldtrim "
+                                 "reads it as it is");
+    case ContentKind::Dbase:
+        advice = "give the .shp file of the same name to ogr2ogr -f GeoJSON";
         break;
     case ContentKind::Las:
     case ContentKind::Tiff:
     case ContentKind::Binary:
         advice = "the area must be given as polygons";
         break;
-    case ContentKind::Xml:
-        throw std::runtime_error(source +
-                                 " is XML, not GeoJSON: if it is a boundary file, Veldtrim "
-                                 "reads it as it is");
     default:
-        return;
+        if (advice.empty()) {
+            return;
+        }
+        advice = "save it as GeoJSON in the coordinate system of the scans, in QGIS with Export > "
+                 "Save Features As..., or by " +
+                 advice;
     }
     throw std::runtime_error(source + " is " + std::string(nameOf(kind)) +
                              ", not GeoJSON: " + advice);

@@ -70,7 +70,7 @@ BLANK, COMMA, TAB = (SCAN.split("\n", 1)[1].replace(";", mark) for mark in " ,\t
 NUMBERED = "1;5;5;1\n2;5;5.5;1\n3;9;9;1\n"
 AREA = [(700000 + x, 4000000 + y) for x, y in [(0, 0), (900, 0), (900, 900), (0, 900)]]
 GRID = [(700000 + x, 4000000 + y) for x in range(0, 1000, 250) for y in range(0, 1000, 250)]
-GEOJSON = json.dumps({"type": "FeatureCollection", "features": []})
+GEOJSON = json.dumps({"type": "Polygon", "coordinates": [[*SQUARE, SQUARE[0]]]})
 TRIANGLE = [(0, 0), (9, 0), (9, 9)]
 
 HEADERS = [
@@ -139,7 +139,7 @@ RECORDS = [
     scan("no z", "x;y;z\n5;5\n", "nothing follows y", FINISHED, False),
 ]
 BOUNDARIES = [
-    boundary("GeoJSON", GEOJSON, "is a GeoJSON file, not a boundary file"),
+    boundary("GeoJSON", GEOJSON, "is a GeoJSON file, not a boundary file", mends=True),
     boundary("shapefile", b"\0\0\x27\x0a\0\0\0\0", "is a shapefile, not a boundary file"),
     boundary("dbf", b"\x03\x7b\x01\x01\0\0", "is the table of a shapefile"),
     boundary("GeoPackage", b"SQLite format 3\0\x10\0", "is a GeoPackage"),

@@ -1,5 +1,6 @@
 """Each mistake is explained by veldtrim-inspect, and mended by the command that it prints."""
 
+import os
 import re
 import subprocess
 
@@ -7,7 +8,7 @@ import pytest
 from harness import ARGUMENTS, SCAN, SQUARE_XML, write_tree
 from mistakes import MISTAKES
 
-COMMAND = re.compile(r": ((?:sed|perl|awk|iconv|gunzip|unzip|mv|echo|chmod) .*)$")
+COMMAND = re.compile(r": ((?:sed|perl|awk|iconv|gunzip|unzip|mv|echo|chmod|veldtrim-boundary) .*)$")
 
 
 def sentences(report):
@@ -19,10 +20,13 @@ def sentences(report):
     return said + [remark for polygon in report["polygons"] for remark in polygon["remarks"]]
 
 
-def mend(directory, said):
-    """Runs the first command in the sentences."""
+def mend(directory, said, programs):
+    """Runs the first command in the sentences, which may name a new boundary file."""
     command = next(found[1] for found in map(COMMAND.search, said) if found)
-    subprocess.run(["sh", "-ec", command], cwd=directory, check=True)
+    environment = {**os.environ, "PATH": f"{programs}:{os.environ['PATH']}"}
+    subprocess.run(["sh", "-ec", command], cwd=directory, check=True, env=environment)
+    if (directory / "NEWFILE").exists():
+        (directory / "NEWFILE").replace(directory / "boundary.xml")
 
 
 @pytest.mark.posix
@@ -42,7 +46,7 @@ def test_mistake(program, inspector, tmp_path, mistake):
     run = program.run(tmp_path, *ARGUMENTS)
     assert mistake.run in run.stderr
     if mistake.mends:
-        mend(tmp_path, said)
+        mend(tmp_path, said, os.path.dirname(inspector))
         mended = program.inspect(tmp_path, "./scans", "boundary.xml", code=0)
         assert mended["records"]["kept"] >= 1 and mended["failure"] is None
         assert [each["advice"] for each in mended["files"]] == [[]] * len(mended["files"])

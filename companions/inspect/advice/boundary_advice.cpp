@@ -24,6 +24,20 @@ bool canBeOpened(const std::string& path) {
     return fs::is_regular_file(status) || !fs::exists(status);
 }
 
+/// Returns what to do about a file that holds no boundaries in XML.
+std::string adviceOnOtherFormat(ContentKind kind, const std::string& path) {
+    if (kind == ContentKind::GeoJson) {
+        return "make a boundary file of it, and name that one: " +
+               commandFor("veldtrim-boundary import {} NEWFILE", path);
+    }
+    const std::string command = commandToGeoJson(kind, path);
+    return command.empty()
+               ? "write its polygons as XML in the form that the page on file formats shows"
+               : "save its polygons as GeoJSON in the coordinate system of the points, and make a "
+                 "boundary file of that with veldtrim-boundary import: " +
+                     command;
+}
+
 std::string adviceOnUnloaded(const std::string& path) {
     const ContentKind kind = contentKind(path);
     switch (kind) {
@@ -42,7 +56,7 @@ std::string adviceOnUnloaded(const std::string& path) {
     case ContentKind::TextBom:
         return "mend the XML at this place, or export the file again";
     default:
-        return "write its polygons as XML in the form that the page on file formats shows";
+        return adviceOnOtherFormat(kind, path);
     }
 }
 
@@ -54,7 +68,7 @@ std::string adviceOnRoot(const std::string& path) {
     }
     const ContentKind kind = contentKind(path);
     if (kind == ContentKind::Kml || kind == ContentKind::Gml) {
-        return "write its polygons as XML in the form that the page on file formats shows";
+        return adviceOnOtherFormat(kind, path);
     }
     return "the form is <project><TavelDGM><group type=\"boundaries\">, then a polygon for each "
            "ring";
