@@ -1,5 +1,6 @@
-# Installation, by component: Runtime (the program), Inspect (veldtrim-inspect), Library (the shared
-# XML library), Development (headers, link libraries, package files).
+# Installation, by component: Runtime (the program), Inspect (veldtrim-inspect), Boundary
+# (veldtrim-boundary), Library (the shared XML library), Development (headers, link libraries,
+# package files).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -49,6 +50,10 @@ install(FILES "${PROJECT_BINARY_DIR}/veldtrim-xml.pc"
 
 if(TARGET veldtrim-inspect)
   install(TARGETS veldtrim-inspect DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Inspect)
+endif()
+
+if(TARGET veldtrim-boundary)
+  install(TARGETS veldtrim-boundary DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Boundary)
 endif()
 
 include(cmake/Packages.cmake)

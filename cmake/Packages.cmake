@@ -62,5 +62,11 @@ if(TARGET veldtrim-inspect)
     "Explain what clipping elevation points keeps and drops"
     "Shows, for each file and each polygon, what a run of Veldtrim would keep, what\nit would drop, and why: as text, as JSON and as a picture.")
 endif()
+if(TARGET veldtrim-boundary)
+  list(APPEND CPACK_COMPONENTS_ALL Boundary)
+  veldtrim_describe_package(Boundary veldtrim-boundary science
+    "Convert between GeoJSON and boundary files of Veldtrim"
+    "Makes a boundary file for Veldtrim from the polygons of a GeoJSON file, as a GIS\nsaves them, and GeoJSON from a boundary file.")
+endif()
 
 include(CPack)
