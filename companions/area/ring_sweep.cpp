@@ -91,12 +91,12 @@ private:
                                    : hasLower  ? result_.strands[lower].newest
                                                : site);
         outgoing_.clear();
-        std::uint32_t passing = none;
+        std::uint32_t goesOn = none;
         std::for_each(low, high, [&](std::uint32_t strand) {
             if (release(strand, site)) {
                 // Two that go on through the same site cross there.
-                expectSound(passing == none, passing, strand);
-                passing = strand;
+                expectSound(goesOn == none, goesOn, strand);
+                goesOn = strand;
             }
         });
         const auto upper = status_.erase(low, high);
@@ -235,17 +235,17 @@ private:
     }
 
     /// Throws the fault that two strands cross unless `sound`.
-    void expectSound(bool sound, std::uint32_t strand, std::uint32_t other) const {
+    void expectSound(bool sound, std::uint32_t first, std::uint32_t second) const {
         if (sound) {
             return;
         }
-        const SiteEdge& a = edgeOf(strand);
-        const SiteEdge& b = edgeOf(other);
-        const auto [first, second] = std::minmax(a.ring, b.ring);
+        const SiteEdge& a = edgeOf(first);
+        const SiteEdge& b = edgeOf(second);
+        const auto [ring, hole] = std::minmax(a.ring, b.ring);
         throw holeFaultNear(
-            first == second ? "has a ring, " + ringName(first) + ", that crosses itself"
-                            : "has a hole, number " + std::to_string(second) + ", that crosses " +
-                                  ringName(first),
+            ring == hole
+                ? "has a ring, " + ringName(ring) + ", that crosses itself"
+                : "has a hole, number " + std::to_string(hole) + ", that crosses " + ringName(ring),
             meetingPoint(sites_[a.left], sites_[a.right], sites_[b.left], sites_[b.right]));
     }
 

@@ -198,10 +198,9 @@ bool areFaulty(const std::vector<Ring>& rings, double size) {
     for (BoundaryVertex point{0, 0}; point.x <= size && !faulty;
          point = point.y < size ? BoundaryVertex{point.x, point.y + 1}
                                 : BoundaryVertex{point.x + 1, 0}) {
-        std::vector<PointLocation> where;
-        for (const Ring& ring : rings) {
-            where.push_back(test::locateExactly(ring, point));
-        }
+        std::vector<PointLocation> where(rings.size());
+        std::transform(rings.begin(), rings.end(), where.begin(),
+                       [&](const Ring& ring) { return test::locateExactly(ring, point); });
         const auto inside = std::count(where.begin(), where.end(), PointLocation::Inside);
         if (std::count(where.begin(), where.end(), PointLocation::OnBoundary) == 0) {
             faulty = inside > 2 || (inside > 0 && where[0] != PointLocation::Inside);
