@@ -26,13 +26,13 @@ public:
     }
 
     [[nodiscard]] int sign() const {
-        int sign = 0;
-        for (std::size_t i = 0; i < size_; ++i) {
-            if (terms_[i] != 0.0) {
-                sign = terms_[i] > 0.0 ? 1 : -1;
+        // g++ 12 with -O3 gives a wrong result for a loop that remembers the last sign.
+        for (std::size_t i = size_; i > 0; --i) {
+            if (terms_[i - 1] != 0.0) {
+                return terms_[i - 1] > 0.0 ? 1 : -1;
             }
         }
-        return sign;
+        return 0;
     }
 
 private:

@@ -73,6 +73,11 @@ public:
         EXPECT_EQ(bridged_.ring.size(), verticesOf(rings) + 2 * bridges_.size());
         EXPECT_EQ(bridged_.slantedBridges,
                   std::count_if(bridges_.begin(), bridges_.end(), isSlanted));
+        for (const auto& [a, b] : bridges_) {
+            for (const auto& [c, d] : bridges_) {
+                EXPECT_FALSE(test::cross(a, b, c, d));
+            }
+        }
     }
 
     void expectEqual(const BoundaryVertex& point) {
@@ -366,6 +371,8 @@ TEST(HoleBridge, SaysWhatIsWrongAndWhere) {
               "has a hole, number 1, that contains a piece of hole 2 near (2, 3)"},
              {{outer, {{5, 5}, {5, 5}, {5, 5}}},
               "has a ring, hole 1, that is a single point near (5, 5)"},
+             {{outer, {{3, 4.75}, {5, 5}, {3, 5.25}}, {{4, 4}, {6, 6}, {4, 6}, {6, 4}}},
+              "has a ring, hole 2, that crosses itself near (5, 5)"}, // where hole 1 ends
              {{{{0, 0}, {1e101, 0}, {0, 1e101}}, {{1, 1}, {2, 1}, {2, 2}}},
               "has coordinates that are too large or too close to 0 to join its holes exactly, "
               "near (1e+101, 0)"}}) {
