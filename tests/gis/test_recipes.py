@@ -27,6 +27,8 @@ def layer(*features):
 SQUARE = [[760000, 4050000], [760100, 4050000], [760100, 4050100], [760000, 4050100]]
 RING = [*SQUARE, SQUARE[0]]
 AREA = layer(("Polygon", [RING], {"number": 7}))
+LAKE = layer(("Polygon", [RING, [[760040 + x // 5, 4050040 + y // 5] for x, y in
+                                 ([a - 760000, b - 4050000] for a, b in RING)]], {}))
 # One metre inside and outside of the square, and in its middle.
 SCAN = "x;y;z\n760001;4050001;1\n759999;4050001;2\n760050;4050050;3\n760101;4050050;4\n"
 INSIDE = "x;y;z\n760001;4050001;1\n760050;4050050;3\n"
@@ -79,6 +81,8 @@ CASES = [
     Case("layer to boundary", {"area.geojson": AREA, "scan.xyz": SCAN},
          "ogr2ogr -t_srs EPSG:4326 area.gpkg area.geojson",
          f"{IMPORTED}; grep -o 'id=.*[^>]' boundary.xml", f'{INSIDE}id="7"\n'),
+    Case("holes", {"lake.geojson": LAKE, "scan.xyz": SCAN}, "", IMPORTED,
+         "x;y;z\n760001;4050001;1\n"),
     Case("driver", {"area.geojson": AREA, "scan.xyz": SCAN},
          "ogr2ogr -t_srs EPSG:4326 area.gpkg area.geojson",
          f"{IMPORTED}; ogrinfo -q model.gpkg boundary | grep -o 'group.*'",
