@@ -63,10 +63,7 @@ OGRLayer* NewDataset::addLayer(const char* name, const OGRSpatialReference* syst
     if (!layerOptions) {
         return nullptr;
     }
-    if (system != nullptr && system->IsGeographic() != 0) {
-        reportWarning(target_.name() + ": the coordinates are degrees, but the scans are probably "
-                                       "in metres: -t_srs transforms to their coordinate system");
-    }
+    layerOptions->isGeographic = system != nullptr && system->IsGeographic() != 0;
     layer_ = std::make_unique<NewLayer>(name, target_, std::move(*layerOptions));
     return layer_.get();
 }

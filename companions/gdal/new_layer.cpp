@@ -1,5 +1,6 @@
 #include "gdal/new_layer.h"
 
+#include "area/degrees.h"
 #include "area/feature_refusal.h"
 #include "explain/wording.h"
 #include "gdal/geometry.h"
@@ -57,7 +58,7 @@ OGRErr NewLayer::ICreateFeature(OGRFeature* feature) {
 }
 
 void NewLayer::add(const OGRFeature& feature) {
-    const std::string name = "feature " + std::to_string(++features_);
+    const std::string name = "feature number " + std::to_string(++features_);
     area_.addFeature(name, idOf(feature, name), polygonsOf(name, feature.GetGeometryRef()));
 }
 
@@ -71,7 +72,7 @@ std::int32_t NewLayer::idOf(const OGRFeature& feature, const std::string& name) 
         return *id;
     }
     if (!options_.idField.empty()) {
-        throw FeatureRefusal(name, "has no id in a field " + options_.idField);
+        throw FeatureRefusal(name, "has no id in the field " + quoted(options_.idField));
     }
     return features_;
 }
@@ -87,7 +88,7 @@ OGRErr NewLayer::CreateField(FieldToCreate field, int /*isApproximationAllowed*/
     if (!isKnown && !hasWarned_) {
         hasWarned_ = true;
         reportWarning(target_.name() + ": the field " + name +
-                      " is not written: a boundary file holds ids only");
+                      " is not written: a boundary file holds no fields but the ids");
     }
     definition_->AddFieldDefn(field);
     return OGRERR_NONE;
@@ -111,14 +112,23 @@ std::string NewLayer::whyUnwritten() const {
     return area_.totals().polygons == 0 ? "it would hold no polygon" : "";
 }
 
+void NewLayer::complete() {
+    writer_.finish();
+    target_.publish();
+    // GeoPackage has a geographic system for layers without a system, so the numbers decide, too.
+    if (options_.isGeographic && canBeDegrees(area_.totals().bounds)) {
+        reportWarning(target_.name() + ": the coordinates are degrees, but the scans are probably "
+                                       "in metres: -t_srs transforms to their coordinate system");
+    }
+}
+
 bool NewLayer::publish() {
     if (const std::string reason = whyUnwritten(); !reason.empty()) {
         reportError(target_.name() + " was not written: " + reason);
         return false;
     }
     try {
-        writer_.finish();
-        target_.publish();
+        complete();
         return true;
     } catch (const std::exception& error) {
         reportError(error.what());

@@ -14,10 +14,11 @@
 
 namespace veldtrim {
 
-/// The creation options of a data set and its layer.
+/// The creation options of a data set and its layer, and what is known of the layer.
 struct NewLayerOptions {
     bool bridgeHoles = false;
-    std::string idField; ///< empty: "id", and features without it are counted from 1
+    std::string idField;       ///< empty: "id", and features without it are counted from 1
+    bool isGeographic = false; ///< the coordinate system has degrees
 };
 
 /// A layer that features can be written to. It accepts all fields, but keeps only the ids.
@@ -41,6 +42,7 @@ public:
     int TestCapability(const char* capability) VELDTRIM_GDAL_CONST override;
 
 private:
+    void complete();
     void add(const OGRFeature& feature);
     [[nodiscard]] std::int32_t idOf(const OGRFeature& feature, const std::string& name) const;
     [[nodiscard]] const char* nameOfIdField() const;
