@@ -47,7 +47,9 @@ NewDataset::NewDataset(const char* name, NewLayerOptions options)
     : options_(std::move(options)), target_(name) {}
 
 NewDataset::~NewDataset() {
-    if (layer_) {
+    if (hasRefusedLayer_) {
+        reportError(target_.name() + " was not written: a layer cannot be part of it");
+    } else if (layer_) {
         layer_->publish();
     }
 }
@@ -55,12 +57,14 @@ NewDataset::~NewDataset() {
 OGRLayer* NewDataset::addLayer(const char* name, const OGRSpatialReference* system,
                                CSLConstList options) {
     if (layer_) {
+        hasRefusedLayer_ = true;
         reportError(target_.name() + " has one layer only: name the layer to write, here " +
                     layer_->GetName() + " or " + name);
         return nullptr;
     }
     std::optional<NewLayerOptions> layerOptions = changedBy(options, options_);
     if (!layerOptions) {
+        hasRefusedLayer_ = true;
         return nullptr;
     }
     layerOptions->isGeographic = system != nullptr && system->IsGeographic() != 0;

@@ -55,6 +55,7 @@ private:
     NewLayerOptions options_;
     Target target_;
     std::unique_ptr<NewLayer> layer_;
+    bool hasRefusedLayer_ = false;
 };
 
 } // namespace veldtrim

@@ -225,7 +225,7 @@ TEST(Driver, FiltersAndNamesItsLayer) {
     layer.SetSpatialFilter(nullptr);
     layer.SetAttributeFilter("id = 5");
     EXPECT_EQ(layer.GetFeatureCount(), 1);
-    EXPECT_EQ(layer.GetNextFeature()->GetFID(), 1);
+    EXPECT_EQ(OGRFeatureUniquePtr(layer.GetNextFeature())->GetFID(), 1);
     EXPECT_FALSE(OGRFeatureUniquePtr(layer.GetFeature(3)));
     EXPECT_FALSE(OGRFeatureUniquePtr(layer.GetFeature(0)));
     EXPECT_FALSE(openFile(file.name, "SRS=nowhere"));
@@ -325,11 +325,10 @@ TEST_P(Features, AreWrittenOrRefused) {
     }
 }
 
-TEST(Driver, WritesOneLayerAndReplacesNothing) {
+TEST(Driver, ReplacesNothing) {
     const VirtualFile file;
     GDALDatasetUniquePtr created = createFile(file.name);
     OGRLayer& layer = *created->CreateLayer("area");
-    EXPECT_FALSE(created->CreateLayer("second"));
     EXPECT_EQ(addFeature(layer, "POLYGON((0 0,1 0,1 1,0 0))"), OGRERR_NONE);
     CPLErrorReset();
     created.reset();
@@ -345,6 +344,13 @@ TEST(Driver, LeavesNoFileThatIsIncomplete) {
     createFile(file.name)->CreateLayer("area");
     EXPECT_FALSE(exists(file.name)) << "without a polygon";
     EXPECT_FALSE(createFile(file.name, "HOLES=KEEP"));
+    {
+        const GDALDatasetUniquePtr created = createFile(file.name);
+        OGRLayer& layer = *created->CreateLayer("area");
+        EXPECT_EQ(addFeature(layer, "POLYGON((0 0,1 0,1 1,0 0))"), OGRERR_NONE);
+        EXPECT_FALSE(created->CreateLayer("second"));
+    }
+    EXPECT_FALSE(exists(file.name)) << "with a layer that was refused";
     {
         const GDALDatasetUniquePtr created = createFile(file.name);
         OGRLayer& layer = *created->CreateLayer("area");
