@@ -3,26 +3,23 @@
 
 #include "drawn_boundaries.h"
 #include "gdal/driver.h"
-#include "judges/stream_numbers.h"
 #include "target.h"
 
-#include <gdal_priv.h>
 #include <ogrsf_frmts.h>
 
-using veldtrim::fuzz::require;
+namespace veldtrim::fuzz {
 
-static void compare(OGRLayer& layer, const veldtrim::BoundaryModel& model) {
+static void compare(OGRLayer& layer, const BoundaryModel& model) {
     std::size_t polygons = 0;
     for (const OGRFeatureUniquePtr& feature : layer) {
         const auto& indices = model.polygons().at(polygons++).vertexIndices;
         const OGRGeometryH geometry = OGRGeometry::ToHandle(feature->GetGeometryRef());
         require((geometry == nullptr) == indices.empty(), "a polygon without points");
         const OGRGeometryH line = indices.size() < 3 ? geometry : OGR_G_GetGeometryRef(geometry, 0);
-        for (std::size_t i = 0; i < indices.size(); ++i) {
-            const auto& vertex = model.vertices().at(static_cast<std::size_t>(indices[i]));
-            const int number = static_cast<int>(i);
-            require(veldtrim::fuzz::sameBits(OGR_G_GetX(line, number), vertex.x), "an x");
-            require(veldtrim::fuzz::sameBits(OGR_G_GetY(line, number), vertex.y), "a y");
+        for (int i = 0; const std::int32_t index : indices) {
+            const auto& vertex = model.vertices().at(static_cast<std::size_t>(index));
+            require(sameBits(OGR_G_GetX(line, i), vertex.x), "an x");
+            require(sameBits(OGR_G_GetY(line, i++), vertex.y), "a y");
         }
     }
     require(polygons == model.polygons().size(), "all polygons are features");
@@ -31,15 +28,14 @@ static void compare(OGRLayer& layer, const veldtrim::BoundaryModel& model) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     RegisterOGRVeldtrim();
     CPLSetErrorHandler(CPLQuietErrorHandler);
-    veldtrim::fuzz::Draw input(veldtrim::fuzz::textOf(data, size));
+    Draw input(textOf(data, size));
     const bool isDrawn = size == 0 || data[0] != '<';
-    const std::string text(isDrawn ? veldtrim::fuzz::drawBoundaries(input).text
-                                   : std::string(input.rest()));
-    veldtrim::BoundaryModel model;
-    const bool isRead = veldtrim::fuzz::readBoundaries(text, model);
+    const std::string text(isDrawn ? drawBoundaries(input).text : std::string(input.rest()));
+    BoundaryModel model;
+    const bool isRead = readBoundaries(text, model);
     VSILFILE* const file = VSIFOpenL("/vsimem/area.xml", "wb");
-    require(VSIFWriteL(text.data(), 1, text.size(), file) == text.size(), "a file in memory");
-    require(VSIFCloseL(file) == 0, "a file in memory");
+    require(VSIFWriteL(text.data(), 1, text.size(), file) == text.size(), "the file is written");
+    static_cast<void>(VSIFCloseL(file));
     const GDALDatasetUniquePtr opened(GDALDataset::Open("/vsimem/area.xml", GDAL_OF_VECTOR));
     require(opened ? isRead : !isDrawn, "the driver opens what the program reads");
     if (opened) {
@@ -47,3 +43,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     return 0;
 }
+
+} // namespace veldtrim::fuzz

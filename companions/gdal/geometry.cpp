@@ -52,7 +52,7 @@ std::unique_ptr<OGRGeometry> geometryOf(MapShape shape, const MapRing& positions
 
 std::vector<MapPolygon> polygonsOf(const std::string& feature, const OGRGeometry* geometry) {
     std::vector<MapPolygon> polygons;
-    if (geometry == nullptr || geometry->IsEmpty()) {
+    if (geometry == nullptr || geometry->IsEmpty() != 0) {
         return polygons;
     }
     switch (const OGRwkbGeometryType type = wkbFlatten(geometry->getGeometryType())) {

@@ -1,7 +1,6 @@
 // The driver in this process, without the plug-in, so that it runs under the sanitizers: broken
 // files, and features that cannot be written.
 
-#include "area/boundary_features.h"
 #include "gdal/driver.h"
 #include "support/temporary_directory.h"
 
