@@ -1,6 +1,7 @@
 #include "area/area_writer.h"
 
 #include "area/feature_refusal.h"
+#include "area/hole_bridge.h"
 
 #include <cmath>
 #include <utility>
@@ -55,12 +56,19 @@ void AreaWriter::addFeature(const std::string& name, std::int32_t id,
 }
 
 MapRing AreaWriter::joinRings(const std::string& name, const MapPolygon& polygon) {
-    {
+    if (!holes_.bridge) {
         throw FeatureRefusal(name, "has a hole, but a boundary file has none, and without the hole "
                                    "points in it would be kept: " +
                                        holes_.option + " joins holes to their outer ring");
     }
-    return polygon.rings.front();
+    try {
+        BridgedRing joined = bridgeHoles(polygon);
+        totals_.holes += polygon.rings.size() - 1;
+        totals_.slantedBridges += joined.slantedBridges;
+        return std::move(joined.ring);
+    } catch (const HoleFault& fault) {
+        throw FeatureRefusal(name, fault.what());
+    }
 }
 
 } // namespace veldtrim

@@ -76,6 +76,18 @@ def test_refused_import(boundary, name):
     assert sentence in made.said and made.said.count("\n") == 1
 
 
+def test_joined_hole(boundary):
+    """A hole is joined if that is asked for and possible."""
+    made = boundary.convert("import", second(polygon(SQUARE, HOLE)), "--holes", "bridge")
+    assert made.code == 0 and "joined 1 hole" in made.said
+    # Two more vertices for the bridge; it is slanted, for no vertex of one ring faces the other's.
+    assert [len(ring) for _, ring in polygons_of(made.written.decode())] == [4, 4 + 4 + 2]
+    outside = [[x + 9, y] for x, y in HOLE]
+    made = boundary.convert("import", second(polygon(SQUARE, outside)), "--holes", "bridge")
+    assert made.code == 1
+    assert "feature 2 has a hole" in made.said and "outside" in made.said and "repair" in made.said
+
+
 def test_missing_id_field(boundary):
     made = boundary.convert("import", GOOD, "--id-field", "nr")
     assert (made.code, 'feature 1 has no property "nr"' in made.said) == (1, True)
