@@ -115,6 +115,11 @@ std::string NewLayer::whyUnwritten() const {
 void NewLayer::complete() {
     writer_.finish();
     target_.publish();
+    if (const std::size_t slanted = area_.totals().slantedBridges; slanted > 0) {
+        reportWarning(target_.name() + ": " + std::to_string(slanted) + " of " +
+                      std::to_string(area_.totals().holes) +
+                      " bridges to holes are slanted: points exactly on them may be dropped");
+    }
     // GeoPackage has a geographic system for layers without a system, so the numbers decide, too.
     if (options_.isGeographic && canBeDegrees(area_.totals().bounds)) {
         reportWarning(target_.name() + ": the coordinates are degrees, but the scans are probably "

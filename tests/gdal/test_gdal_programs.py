@@ -83,6 +83,21 @@ def test_rasters(gdal, tmp_path):
     assert cells(gdal, "burnt.tif") == inside
 
 
+@pytest.mark.parametrize("vertex, slanted", [([0, 2], False), ([0, 1], True)])
+def test_bridged_holes(gdal, tmp_path, vertex, slanted):
+    """A bridge is level if the outer ring has a vertex at the height of one of the hole."""
+    outer = [[0, 0], [8, 0], [8, 8], [0, 8], vertex, [0, 0]]
+    inner = [[x + 2, y + 2] for x, y in SQUARE]
+    source = save(tmp_path / "m.json", feature(polygon(outer, inner)))
+    for kind in ("-dsco", "-lco"):
+        said = gdal.write(f"with{kind}.xml", source, kind, "HOLES=BRIDGE")
+        assert ("1 of 1 bridges to holes are slanted" in said) == slanted
+    gdal.run("gdal_rasterize", "-q", "-burn", 1, "-ts", 12, 12, "-te", 0, 0, 12, 12, "with-lco.xml",
+             "burnt.tif")
+    hole = {(x, y) for x in range(2, 6) for y in range(2, 6)}
+    assert cells(gdal, "burnt.tif") == {(x, y) for x in range(8) for y in range(8)} - hole
+
+
 # properties of two features, options, the ids that are written
 IDS = {
     "integers": ([{"id": 5}, {"id": -2147483648}], [], [5, -2147483648]),
