@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -115,9 +114,6 @@ struct SourceCase {
     const char* error;    ///< part of the message; null if the file is opened
     std::size_t features; ///< of a file that is opened
 };
-void PrintTo(const SourceCase& source, std::ostream* out) {
-    *out << source.bytes.substr(0, 200);
-}
 
 const char* const unknown = "not recognized as a supported file format";
 
@@ -175,12 +171,9 @@ const SourceCase sources[] = {
     {"", unknown, 0},
 };
 
-class Sources : public testing::TestWithParam<SourceCase> {};
-INSTANTIATE_TEST_SUITE_P(Table, Sources, testing::ValuesIn(sources));
-
 /// A local file and a virtual one are read by different functions, which must agree.
-TEST_P(Sources, AreOpenedOrRefused) {
-    const SourceCase& source = GetParam();
+void openOrRefuse(const SourceCase& source) {
+    SCOPED_TRACE(source.bytes.substr(0, 200));
     const VirtualFile file(source.bytes);
     const std::string walked = walkFile(file.name);
     if (source.error != nullptr) {
@@ -195,6 +188,12 @@ TEST_P(Sources, AreOpenedOrRefused) {
     const bool hasNul = source.bytes.find('\0') != std::string::npos;
     if (!hasNul || source.error == nullptr) {
         EXPECT_EQ(walkFile(directory.write("boundary.xml", source.bytes)), walked);
+    }
+}
+
+TEST(Driver, OpensOrRefusesFiles) {
+    for (const SourceCase& source : sources) {
+        openOrRefuse(source);
     }
 }
 
@@ -241,9 +240,6 @@ struct FeatureCase {
     std::size_t polygons;
     std::size_t vertices;
 };
-void PrintTo(const FeatureCase& feature, std::ostream* out) {
-    *out << (feature.wkt != nullptr ? feature.wkt : "no geometry");
-}
 
 const FeatureCase features[] = {
     {"POLYGON((0 0,200 0,200 9,0 0))", nullptr, 1, 3},
@@ -263,9 +259,6 @@ const FeatureCase features[] = {
     {"POLYGON((0 0,9 0,0 0))", "fewer than three vertices", 0, 0},
     {"POLYGON((0 0,1e999 0,9 9,0 0))", "not a finite number", 0, 0},
 };
-
-class Features : public testing::TestWithParam<FeatureCase> {};
-INSTANTIATE_TEST_SUITE_P(Table, Features, testing::ValuesIn(features));
 
 GDALDatasetUniquePtr createFile(const std::string& name, const char* option = nullptr) {
     CPLErrorReset();
@@ -290,37 +283,42 @@ bool exists(const std::string& name) {
 }
 
 /// A feature that is refused leaves no file, even if the program goes on.
-TEST_P(Features, AreWrittenOrRefused) {
-    const FeatureCase& feature = GetParam();
+void writeOrRefuse(const FeatureCase& feature, const std::string& name) {
+    SCOPED_TRACE(feature.wkt != nullptr ? feature.wkt : "no geometry");
+    GDALDatasetUniquePtr created = createFile(name);
+    OGRLayer& layer = *created->CreateLayer("area");
+    EXPECT_EQ(addFeature(layer, "POLYGON((0 0,1 0,1 1,0 0))"), OGRERR_NONE);
+    EXPECT_EQ(addFeature(layer, feature.wkt) == OGRERR_NONE, feature.error == nullptr);
+    if (feature.error != nullptr) {
+        const std::string message = CPLGetLastErrorMsg();
+        EXPECT_NE(message.find("feature number 2 "s), std::string::npos) << message;
+        EXPECT_NE(message.find(feature.error), std::string::npos) << message;
+    }
+    EXPECT_EQ(addFeature(layer, "POLYGON((0 0,1 0,1 1,0 0))"), OGRERR_NONE);
+    CPLErrorReset();
+    created.reset();
+    EXPECT_EQ(CPLGetLastErrorType() == CE_Failure, feature.error != nullptr);
+    ASSERT_EQ(exists(name), feature.error == nullptr);
+    if (feature.error == nullptr) {
+        const GDALDatasetUniquePtr written = openFile(name);
+        EXPECT_EQ(written->GetLayer(0)->GetFeatureCount(),
+                  static_cast<GIntBig>(2 + feature.polygons));
+        std::size_t vertices = 0;
+        for (const OGRFeatureUniquePtr& each : written->GetLayer(0)) {
+            const int points =
+                each->GetGeometryRef()->toPolygon()->getExteriorRing()->getNumPoints();
+            vertices += static_cast<std::size_t>(points) - 1;
+        }
+        EXPECT_EQ(vertices, 6 + feature.vertices);
+    }
+}
+
+TEST(Driver, WritesOrRefusesFeatures) {
     const veldtrim::test::TemporaryDirectory directory;
-    const VirtualFile virtualFile;
-    for (const std::string& name : {directory.path("new.xml"), virtualFile.name}) {
-        GDALDatasetUniquePtr created = createFile(name);
-        OGRLayer& layer = *created->CreateLayer("area");
-        EXPECT_EQ(addFeature(layer, "POLYGON((0 0,1 0,1 1,0 0))"), OGRERR_NONE);
-        EXPECT_EQ(addFeature(layer, feature.wkt) == OGRERR_NONE, feature.error == nullptr);
-        if (feature.error != nullptr) {
-            const std::string message = CPLGetLastErrorMsg();
-            EXPECT_NE(message.find("feature number 2 "s), std::string::npos) << message;
-            EXPECT_NE(message.find(feature.error), std::string::npos) << message;
-        }
-        EXPECT_EQ(addFeature(layer, "POLYGON((0 0,1 0,1 1,0 0))"), OGRERR_NONE);
-        CPLErrorReset();
-        created.reset();
-        EXPECT_EQ(CPLGetLastErrorType() == CE_Failure, feature.error != nullptr);
-        ASSERT_EQ(exists(name), feature.error == nullptr);
-        if (feature.error == nullptr) {
-            const GDALDatasetUniquePtr written = openFile(name);
-            EXPECT_EQ(written->GetLayer(0)->GetFeatureCount(),
-                      static_cast<GIntBig>(2 + feature.polygons));
-            std::size_t vertices = 0;
-            for (const OGRFeatureUniquePtr& each : written->GetLayer(0)) {
-                const int points =
-                    each->GetGeometryRef()->toPolygon()->getExteriorRing()->getNumPoints();
-                vertices += static_cast<std::size_t>(points) - 1;
-            }
-            EXPECT_EQ(vertices, 6 + feature.vertices);
-        }
+    for (const FeatureCase& feature : features) {
+        const VirtualFile virtualFile;
+        writeOrRefuse(feature, virtualFile.name);
+        writeOrRefuse(feature, directory.path(std::to_string(&feature - features) + ".xml"));
     }
 }
 
