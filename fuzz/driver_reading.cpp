@@ -13,9 +13,9 @@ static void compare(OGRLayer& layer, const BoundaryModel& model) {
     std::size_t polygons = 0;
     for (const OGRFeatureUniquePtr& feature : layer) {
         const auto& indices = model.polygons().at(polygons++).vertexIndices;
-        const OGRGeometryH geometry = OGRGeometry::ToHandle(feature->GetGeometryRef());
+        auto* const geometry = OGRGeometry::ToHandle(feature->GetGeometryRef());
         require((geometry == nullptr) == indices.empty(), "a polygon without points");
-        const OGRGeometryH line = indices.size() < 3 ? geometry : OGR_G_GetGeometryRef(geometry, 0);
+        auto* const line = indices.size() < 3 ? geometry : OGR_G_GetGeometryRef(geometry, 0);
         for (int i = 0; const std::int32_t index : indices) {
             const auto& vertex = model.vertices().at(static_cast<std::size_t>(index));
             require(sameBits(OGR_G_GetX(line, i), vertex.x), "an x");

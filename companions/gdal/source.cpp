@@ -39,7 +39,7 @@ bool isSameLetter(char a, char b) {
 
 bool holdsModelTag(std::string_view text) {
     constexpr std::string_view tag = "<TavelDGM";
-    auto at = text.begin();
+    const auto* at = text.begin();
     for (;;) {
         at = std::search(at, text.end(), tag.begin(), tag.end(), isSameLetter);
         if (at == text.end()) {

@@ -18,7 +18,7 @@
 
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 class Gdal : public testing::Environment {
 public:
