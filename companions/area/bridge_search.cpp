@@ -53,7 +53,8 @@ void BridgeSearch::addTargets(const std::vector<std::uint32_t>& targets) {
 
 std::vector<BridgeSearch::Pair> BridgeSearch::nearest(std::uint32_t from, std::size_t count) const {
     std::vector<PlacedSite> found;
-    tree_->query(bgi::nearest(placeOf(sites_[from]), static_cast<unsigned>(count)), std::back_inserter(found));
+    tree_->query(bgi::nearest(placeOf(sites_[from]), static_cast<unsigned>(count)),
+                 std::back_inserter(found));
     std::vector<Pair> pairs;
     for (const auto& [place, to] : found) {
         const double dx = sites_[to].x - sites_[from].x;

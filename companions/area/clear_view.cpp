@@ -45,8 +45,7 @@ public:
 
 ClearView::ClearView(const std::vector<BoundaryVertex>& sites, const std::vector<SiteEdge>& edges,
                      const SweptRings& swept)
-    : sites_(sites), swept_(swept),
-      tree_(std::make_unique<Tree>(boundedEdges(sites, edges))) {}
+    : sites_(sites), swept_(swept), tree_(std::make_unique<Tree>(boundedEdges(sites, edges))) {}
 
 ClearView::~ClearView() = default;
 

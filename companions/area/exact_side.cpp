@@ -19,8 +19,8 @@ public:
         const double product = factor * other;
         const auto [factorHigh, factorLow] = split(factor);
         const auto [otherHigh, otherLow] = split(other);
-        const double rest = ((product - factorHigh * otherHigh) - factorLow * otherHigh) -
-                            factorHigh * otherLow;
+        const double rest =
+            ((product - factorHigh * otherHigh) - factorLow * otherHigh) - factorHigh * otherLow;
         add(factorLow * otherLow - rest);
         add(product);
     }

@@ -36,6 +36,18 @@ void expectExactProducts(const MapPolygon& polygon) {
     }
 }
 
+/// Throws if all vertices of a ring lie at one place.
+void expectEdges(const MapPolygon& polygon) {
+    for (std::size_t i = 0; i < polygon.rings.size(); ++i) {
+        const MapRing& ring = polygon.rings[i];
+        if (std::all_of(ring.begin(), ring.end(), [&](const BoundaryVertex& vertex) {
+                return vertex.x == ring[0].x && vertex.y == ring[0].y;
+            })) {
+            throw holeFaultNear("has a ring, " + ringName(i) + ", that is a single point", ring[0]);
+        }
+    }
+}
+
 /// The rings as chains of nodes that are spliced together.
 class RingChains {
 public:
@@ -74,11 +86,13 @@ public:
         }
     }
 
-    /// Joins two parts: out along the bridge, round, and back.
+    /// Joins two different parts: out along the bridge, round, and back.
     void join(const Bridge& bridge) {
         const std::uint32_t from = table_.nodesBySite[table_.firstOfSite[bridge.from]];
         const std::uint32_t to = table_.nodesBySite[table_.firstOfSite[bridge.to]];
-        unite(table_.ringOfNode[from], table_.ringOfNode[to]);
+        if (!unite(table_.ringOfNode[from], table_.ringOfNode[to])) {
+            throw HoleFault("has a hole that no bridge can join to the outer ring");
+        }
         const auto fromCopy = static_cast<std::uint32_t>(next_.size());
         site_.push_back(bridge.from);
         next_.push_back(next_[from]);
@@ -159,8 +173,8 @@ private:
         Bridge bridge;
     };
 
-    /// Returns the pairs of neighbours on the same horizontal or vertical line that are in different
-    /// parts, shortest first.
+    /// Returns the pairs of neighbours on the same horizontal or vertical line that are in
+    /// different parts, shortest first.
     std::vector<Candidate> straightCandidates() {
         const std::vector<BoundaryVertex>& sites = table_.sites;
         std::vector<Candidate> candidates;
@@ -191,8 +205,8 @@ private:
         return candidates;
     }
 
-    /// Builds the shortest tree of such bridges (J. B. Kruskal, "On the shortest spanning subtree of
-    /// a graph and the traveling salesman problem", Proceedings of the AMS 7, 1956).
+    /// Builds the shortest tree of such bridges (J. B. Kruskal, "On the shortest spanning subtree
+    /// of a graph and the traveling salesman problem", Proceedings of the AMS 7, 1956).
     void joinByStraightBridges() {
         for (const auto& [length, bridge] : straightCandidates()) {
             if (work_ > mostWork_) {
@@ -268,6 +282,7 @@ BridgedRing bridgeHoles(const MapPolygon& polygon) {
         return {polygon.rings.empty() ? MapRing{} : polygon.rings.front(), 0};
     }
     expectExactProducts(polygon);
+    expectEdges(polygon);
     std::size_t vertices = 0;
     for (const MapRing& ring : polygon.rings) {
         vertices += ring.size();

@@ -31,10 +31,12 @@ struct BridgedRing {
 ///
 /// Each ring must have at least three vertices, and all coordinates must be finite. A polygon
 /// without holes is returned unchanged and unchecked, one without rings as an empty ring. Throws
-/// HoleFault if a ring of a polygon with holes crosses itself or another ring, if a hole lies
-/// outside the outer ring, if holes overlap or lie in one another, or if coordinates other than 0
-/// are below 1e-100 or beyond 1e100 in size. All of this is decided exactly. Rings may touch
-/// themselves and each other in vertices and along edges. Takes O(n log n) time for n vertices.
+/// HoleFault if a ring of a polygon with holes is a single point, if edges cross each other
+/// anywhere but in a vertex, if a hole or a piece of one lies outside the outer ring, if holes
+/// overlap or lie in one another, or if coordinates other than 0 are below 1e-100 or beyond 1e100
+/// in size. All of this is decided exactly. Rings may touch themselves and each other in vertices
+/// and along edges, but not so that very many edges lie on one another. Takes O(n log n) time for n
+/// vertices.
 BridgedRing bridgeHoles(const MapPolygon& polygon);
 
 } // namespace veldtrim

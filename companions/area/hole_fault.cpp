@@ -20,9 +20,9 @@ std::string ringName(std::size_t ring) {
 }
 
 HoleFault holeFaultNear(const std::string& fault, const BoundaryVertex& place) {
-    return HoleFault(fault + " near (" + textOf(place.x) + ", " + textOf(place.y) +
+    return HoleFault{fault + " near (" + textOf(place.x) + ", " + textOf(place.y) +
                      "); repair its geometry, for example with \"Fix geometries\" of QGIS or with "
-                     "ogr2ogr -makevalid");
+                     "ogr2ogr -makevalid"};
 }
 
 } // namespace veldtrim

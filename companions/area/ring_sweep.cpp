@@ -91,7 +91,14 @@ private:
                                    : hasLower  ? result_.strands[lower].newest
                                                : site);
         outgoing_.clear();
-        std::for_each(low, high, [&](std::uint32_t strand) { release(strand, site); });
+        std::uint32_t goesOn = none;
+        std::for_each(low, high, [&](std::uint32_t strand) {
+            if (release(strand, site)) {
+                // Two that go on through the same site cross there.
+                expectSound(goesOn == none, goesOn, strand);
+                goesOn = strand;
+            }
+        });
         const auto upper = status_.erase(low, high);
         for (; nextEdge_ < edges_.size() && edges_[nextEdge_].left == site; ++nextEdge_) {
             outgoing_.push_back(nextEdge_);
@@ -117,7 +124,8 @@ private:
     }
 
     /// Ends a strand at a site. Those of its edges that go on are outgoing edges of the site.
-    void release(std::uint32_t strand, std::uint32_t site) {
+    /// Returns whether there are any.
+    bool release(std::uint32_t strand, std::uint32_t site) {
         result_.strands[strand].to = site;
         for (std::uint32_t edge = result_.strands[strand].first; edge != none;
              edge = nextInStrand_[edge]) {
@@ -128,6 +136,7 @@ private:
                 }
             }
         }
+        return edgeOf(strand).right != site;
     }
 
     /// Makes a strand of the outgoing edges of each direction, and inserts it below `upper`.
@@ -137,8 +146,7 @@ private:
             Strand strand{site, none, face, site, outgoing_[i], none};
             rings_.clear();
             const std::uint32_t direction = edges_[outgoing_[i]].right;
-            for (; i < outgoing_.size() &&
-                   side(site, direction, edges_[outgoing_[i]].right) == 0;
+            for (; i < outgoing_.size() && side(site, direction, edges_[outgoing_[i]].right) == 0;
                  ++i) {
                 const std::uint32_t edge = outgoing_[i];
                 nextInStrand_[edge] = strand.first;
@@ -150,8 +158,11 @@ private:
                     rings_.push_back(edges_[edge].ring);
                 }
             }
-            face = across(face, site);
-            strand.above = face;
+            strand.above = across(face, site);
+            if (strand.above == face && face != area) {
+                expectOnBoundaryOf(face, strand.first);
+            }
+            face = strand.above;
             result_.strands.push_back(strand);
             status_.insert(upper, static_cast<std::uint32_t>(result_.strands.size() - 1));
         }
@@ -190,25 +201,52 @@ private:
         return count == 1 ? area : rings_[1];
     }
 
+    /// Throws if edges that bound nothing, because a ring passes them twice, lie in a hole or
+    /// outside and not on the ring that bounds that face: the points on them would be kept. `edge`
+    /// is the first of the list of these edges.
+    void expectOnBoundaryOf(Face face, std::uint32_t edge) const {
+        const std::uint32_t bounding = face == outside ? 0 : face;
+        const std::uint32_t site = edges_[edge].left;
+        const std::uint32_t ring = edges_[edge].ring;
+        for (; edge != none; edge = nextInStrand_[edge]) {
+            if (edges_[edge].ring == bounding || edges_[edge].ring == SiteEdge::bridge) {
+                return;
+            }
+        }
+        throw face == outside ? holeFaultNear("has a hole, number " + std::to_string(ring) +
+                                                  ", that lies outside the outer ring",
+                                              sites_[site])
+                              : holeFaultNear("has a hole, number " + std::to_string(face) +
+                                                  ", that contains a piece of " + ringName(ring),
+                                              sites_[site]);
+    }
+
     /// Throws if the strand `lower` crosses `upper`, which is next to it above. Either may be none.
     void expectNoCrossing(std::uint32_t lower, std::uint32_t upper) const {
         if (lower == none || upper == none) {
             return;
         }
-        const SiteEdge& low = edgeOf(lower);
-        const SiteEdge& high = edgeOf(upper);
-        const bool crosses = low.right < high.right   ? sideOfStrand(upper, low.right) > 0
-                             : high.right < low.right ? sideOfStrand(lower, high.right) < 0
-                                                      : false;
-        if (crosses) {
-            const auto [first, second] = std::minmax(low.ring, high.ring);
-            throw holeFaultNear(
-                first == second ? "has a ring, " + ringName(first) + ", that crosses itself"
-                                : "has a hole, number " + std::to_string(second) +
-                                      ", that crosses " + ringName(first),
-                meetingPoint(sites_[low.left], sites_[low.right], sites_[high.left],
-                             sites_[high.right]));
+        const std::uint32_t lowEnd = edgeOf(lower).right;
+        const std::uint32_t highEnd = edgeOf(upper).right;
+        const bool cross = lowEnd < highEnd   ? sideOfStrand(upper, lowEnd) > 0
+                           : highEnd < lowEnd ? sideOfStrand(lower, highEnd) < 0
+                                              : false;
+        expectSound(!cross, lower, upper);
+    }
+
+    /// Throws the fault that two strands cross unless `sound`.
+    void expectSound(bool sound, std::uint32_t first, std::uint32_t second) const {
+        if (sound) {
+            return;
         }
+        const SiteEdge& a = edgeOf(first);
+        const SiteEdge& b = edgeOf(second);
+        const auto [ring, hole] = std::minmax(a.ring, b.ring);
+        throw holeFaultNear(
+            ring == hole
+                ? "has a ring, " + ringName(ring) + ", that crosses itself"
+                : "has a hole, number " + std::to_string(hole) + ", that crosses " + ringName(ring),
+            meetingPoint(sites_[a.left], sites_[a.right], sites_[b.left], sites_[b.right]));
     }
 
     const std::vector<BoundaryVertex>& sites_;

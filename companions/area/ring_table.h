@@ -31,7 +31,8 @@ struct RingTable {
     std::vector<std::uint32_t> ringOfNode;
     std::vector<std::uint32_t> siteOfNode;
     std::vector<std::uint32_t> nodesBySite;
-    std::vector<std::uint32_t> firstOfSite; ///< where a site's nodes begin in `nodesBySite`; and end
+    std::vector<std::uint32_t>
+        firstOfSite; ///< where a site's nodes begin in `nodesBySite`; and end
     std::vector<BoundaryVertex> sites;
     std::vector<SiteEdge> edges; ///< of all rings, ordered by `left`; without those of length 0
 };

@@ -101,13 +101,6 @@ std::string repeated(std::size_t times, std::string_view text) {
     }
     return all;
 }
-std::string utf16(const std::string& text) {
-    std::string wide = "\xFF\xFE";
-    for (const char c : text) {
-        wide += {c, '\0'};
-    }
-    return wide;
-}
 
 struct SourceCase {
     std::string bytes;
@@ -163,7 +156,7 @@ const SourceCase sources[] = {
     {"<project/>", unknown, 0},
     {"a" + pointsXml(point), unknown, 0},
     {"\0"s + pointsXml(point), unknown, 0},
-    {utf16(pointsXml(point)), unknown, 0},
+    {"\xFF\xFE<\0T\0a\0v\0e\0l\0D\0G\0M\0>\0"s, unknown, 0},
     {R"({"type":"<TavelDGM>"})", unknown, 0},
     {std::string(5000, '<'), unknown, 0},
     {std::string(5000, ' '), unknown, 0},
@@ -238,26 +231,25 @@ struct FeatureCase {
     const char* wkt; ///< null for a feature without geometry
     const char* error;
     std::size_t polygons;
-    std::size_t vertices;
 };
 
 const FeatureCase features[] = {
-    {"POLYGON((0 0,200 0,200 9,0 0))", nullptr, 1, 3},
-    {"POLYGON ZM((0 0 5 6,200 0 5 6,200 9 5 6,0 0 5 6))", nullptr, 1, 3},
-    {"MULTIPOLYGON(((0 0,200 0,200 9,0 0)),((0 0,1 0,1 1,0 1,0 0)))", nullptr, 2, 7},
-    {"TRIANGLE((0 0,200 0,200 9,0 0))", nullptr, 1, 3},
-    {"CURVEPOLYGON(COMPOUNDCURVE(CIRCULARSTRING(0 0,1 1,2 0),(2 0,0 0)))", nullptr, 1, 46},
-    {"POLYGON((0 0,200 0,200 9,0 0),(100 1,101 1,101 2,100 1))", "has a hole", 0, 0},
-    {"LINESTRING(0 0,1 1)", "is a Line String", 0, 0},
-    {"POINT(0 0)", "is a Point", 0, 0},
-    {"MULTIPOINT((0 0))", "is a Multi Point", 0, 0},
-    {"GEOMETRYCOLLECTION(POLYGON((0 0,9 0,9 9,0 0)))", "is a Geometry Collection", 0, 0},
-    {"TIN(((0 0 0,9 0 0,9 9 0,0 0 0)))", "is a TIN", 0, 0},
-    {"POLYGON EMPTY", "has an empty geometry", 0, 0},
-    {"MULTIPOLYGON(((0 0,9 0,9 9,0 0)),EMPTY)", "has an empty geometry", 0, 0},
-    {nullptr, "has an empty geometry", 0, 0},
-    {"POLYGON((0 0,9 0,0 0))", "fewer than three vertices", 0, 0},
-    {"POLYGON((0 0,1e999 0,9 9,0 0))", "not a finite number", 0, 0},
+    {"POLYGON((0 0,200 0,200 9,0 0))", nullptr, 1},
+    {"POLYGON ZM((0 0 5 6,200 0 5 6,200 9 5 6,0 0 5 6))", nullptr, 1},
+    {"MULTIPOLYGON(((0 0,200 0,200 9,0 0)),((0 0,1 0,1 1,0 1,0 0)))", nullptr, 2},
+    {"TRIANGLE((0 0,200 0,200 9,0 0))", nullptr, 1},
+    {"CURVEPOLYGON(COMPOUNDCURVE(CIRCULARSTRING(0 0,1 1,2 0),(2 0,0 0)))", nullptr, 1},
+    {"POLYGON((0 0,200 0,200 9,0 0),(100 1,101 1,101 2,100 1))", "has a hole", 0},
+    {"LINESTRING(0 0,1 1)", "is a Line String", 0},
+    {"POINT(0 0)", "is a Point", 0},
+    {"MULTIPOINT((0 0))", "is a Multi Point", 0},
+    {"GEOMETRYCOLLECTION(POLYGON((0 0,9 0,9 9,0 0)))", "is a Geometry Collection", 0},
+    {"TIN(((0 0 0,9 0 0,9 9 0,0 0 0)))", "is a TIN", 0},
+    {"POLYGON EMPTY", "has an empty geometry", 0},
+    {"MULTIPOLYGON(((0 0,9 0,9 9,0 0)),EMPTY)", "has an empty geometry", 0},
+    {nullptr, "has an empty geometry", 0},
+    {"POLYGON((0 0,9 0,0 0))", "fewer than three vertices", 0},
+    {"POLYGON((0 0,1e999 0,9 9,0 0))", "not a finite number", 0},
 };
 
 GDALDatasetUniquePtr createFile(const std::string& name, const char* option = nullptr) {
@@ -300,16 +292,10 @@ void writeOrRefuse(const FeatureCase& feature, const std::string& name) {
     EXPECT_EQ(CPLGetLastErrorType() == CE_Failure, feature.error != nullptr);
     ASSERT_EQ(exists(name), feature.error == nullptr);
     if (feature.error == nullptr) {
-        const GDALDatasetUniquePtr written = openFile(name);
-        EXPECT_EQ(written->GetLayer(0)->GetFeatureCount(),
-                  static_cast<GIntBig>(2 + feature.polygons));
-        std::size_t vertices = 0;
-        for (const OGRFeatureUniquePtr& each : written->GetLayer(0)) {
-            const int points =
-                each->GetGeometryRef()->toPolygon()->getExteriorRing()->getNumPoints();
-            vertices += static_cast<std::size_t>(points) - 1;
-        }
-        EXPECT_EQ(vertices, 6 + feature.vertices);
+        const auto polygons = static_cast<GIntBig>(2 + feature.polygons);
+        EXPECT_EQ(openFile(name)->GetLayer(0)->GetFeatureCount(), polygons);
+        EXPECT_FALSE(createFile(name)) << "the file exists";
+        EXPECT_TRUE(openFile(name));
     }
 }
 
@@ -320,18 +306,6 @@ TEST(Driver, WritesOrRefusesFeatures) {
         writeOrRefuse(feature, virtualFile.name);
         writeOrRefuse(feature, directory.path(std::to_string(&feature - features) + ".xml"));
     }
-}
-
-TEST(Driver, ReplacesNothing) {
-    const VirtualFile file;
-    GDALDatasetUniquePtr created = createFile(file.name);
-    OGRLayer& layer = *created->CreateLayer("area");
-    EXPECT_EQ(addFeature(layer, "POLYGON((0 0,1 0,1 1,0 0))"), OGRERR_NONE);
-    CPLErrorReset();
-    created.reset();
-    EXPECT_TRUE(exists(file.name));
-    EXPECT_FALSE(createFile(file.name));
-    EXPECT_TRUE(openFile(file.name));
 }
 
 TEST(Driver, LeavesNoFileThatIsIncomplete) {
