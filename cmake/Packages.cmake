@@ -68,5 +68,11 @@ if(TARGET veldtrim-boundary)
     "Convert between GeoJSON and boundary files of Veldtrim"
     "Makes a boundary file for Veldtrim from the polygons of a GeoJSON file, as a GIS\nsaves them, and GeoJSON from a boundary file.")
 endif()
+if(TARGET ogr_Veldtrim)
+  list(APPEND CPACK_COMPONENTS_ALL Gdal)
+  veldtrim_describe_package(Gdal veldtrim-gdal science
+    "Boundary files of Veldtrim in GDAL and QGIS"
+    "A driver with which the programs of GDAL and QGIS open boundary files of\nVeldtrim, and with which ogr2ogr writes them.")
+endif()
 
 include(CPack)

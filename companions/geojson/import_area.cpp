@@ -1,4 +1,5 @@
 #include "area/area_writer.h"
+#include "area/degrees.h"
 #include "area/feature_refusal.h"
 #include "geojson/conversion.h"
 #include "geojson/geojson_reader.h"
@@ -73,8 +74,7 @@ bool isGeographic(const std::string& crs) {
 }
 
 void warnOfDegrees(const BoundingBox& bounds, const std::string& crs) {
-    constexpr BoundingBox globe{-180.0, -90.0, 180.0, 90.0};
-    if (globe.contains(bounds) && isGeographic(crs)) {
+    if (canBeDegrees(bounds) && isGeographic(crs)) {
         tell("warning: these coordinates can be degrees (longitude and latitude), but the scans "
              "are probably in metres. GeoJSON is often saved in degrees, EPSG:4326: save the layer "
              "again in the coordinate system of the scans");

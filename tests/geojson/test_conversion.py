@@ -1,15 +1,13 @@
 """What veldtrim-boundary makes of GeoJSON and of boundary files, there and back."""
 
 import json
-import random
 import shutil
 import struct
-from decimal import Decimal
 from pathlib import Path
 
 import pytest
-from conftest import SQUARE, collection, feature, polygon, polygons_of
 from harness import ARGUMENTS, boundary_file, read_tree
+from maps import SQUARE, collection, feature, polygon, polygons_of, random_doubles, xml_of
 
 EXAMPLE = Path(__file__).parents[2] / "examples/jacksboro"
 TEXTS = [(str(x), str(y)) for x, y in SQUARE[:-1]]
@@ -70,37 +68,6 @@ def test_messages(boundary):
 
 def bits(number):
     return struct.pack("<d", float(number))
-
-
-def random_doubles(count):
-    """Numbers of all magnitudes, short and long ones, and where the notation changes."""
-    generator = random.Random(count)
-    special = [0.0, -0.0, 1e15, 1e-5, 1e22, 5e-324, 1.7976931348623157e308, 0.1, 1 / 3, 2**53 + 2.0,
-               999999999999999.9, 1000000000000000.1, 9.999999999999999e-6, 12345.678, -4052262.5]
-    drawn = (generator.choice((-1, 1)) * 10 ** generator.uniform(-300, 300) for _ in range(count))
-    return [*special, special[0], *drawn]
-
-
-def text_of(number):
-    """The shortest decimal number; only very large and small ones have an exponent."""
-    sign, digits, exponent = Decimal(repr(number)).normalize().as_tuple()
-    if number == 0 or 1e-5 <= abs(number) <= 1e15:
-        text = format(Decimal(repr(number)), "f")
-        return text.rstrip("0").rstrip(".") if "." in text else text
-    first, *rest = map(str, digits)
-    power = exponent + len(rest)
-    return f"{'-' * sign}{first}{'.' * bool(rest)}{''.join(rest)}e{power:+03d}"
-
-
-def xml_of(rings):
-    """The boundary file with these polygons, byte for byte but for the line ends."""
-    lines = ['<?xml version="1.0" encoding="UTF-8"?>', "<project>", "<TavelDGM>"]
-    lines.append('<group type="boundaries">')
-    for number, ring in rings.items():
-        lines.append(f'<polygon id="{number}">')
-        lines += (f'<point x="{text_of(x)}" y="{text_of(y)}" segmenttype="0"/>' for x, y in ring)
-        lines.append("</polygon>")
-    return "\n".join([*lines, "</group>", "</TavelDGM>", "</project>", ""])
 
 
 def test_there_and_back(boundary, program):

@@ -7,7 +7,7 @@ import subprocess
 import time
 
 import pytest
-from conftest import SQUARE, collection, feature, polygon, polygons_of
+from maps import SQUARE, collection, feature, polygon, polygons_of
 
 HOLE = [[1, 1], [2, 1], [2, 2], [1, 2], [1, 1]]
 GOOD = feature(polygon())
