@@ -61,6 +61,8 @@ def test_messages(boundary):
     assert degrees in boundary.convert("import", polygon()).said
     named = boundary.convert("import", collection(feature(polygon()), crs=CRS)).said
     assert degrees not in named and CRS["properties"]["name"] in named
+    named = CRS | {"properties": {"name": "urn:ogc:def:crs:EPSG::4258"}}
+    assert degrees in boundary.convert("import", collection(feature(polygon()), crs=named)).said
     far = [[x + 500000, y] for x, y in SQUARE]
     assert degrees not in boundary.convert("import", polygon(far)).said
     source, _ = boundary_file(("boundaries", {1: SQUARE[:-1]}))
@@ -151,7 +153,7 @@ def test_shapes(boundary):
         ("Point", SQUARE[0]), ("LineString", SQUARE[:2]),
         ("Polygon", [[*SQUARE[:2], SQUARE[0], SQUARE[0]]]), ("Polygon", [closed]),
     ]
-    for said in ("left out polygon number 1 (id 1)", "1 polygon of one point", "of two points"):
+    for said in ("left out 1 polygon without points, first polygon number 1 (id 1)", "1 polygon of one point", "of two points"):
         assert said in made.said
 
 

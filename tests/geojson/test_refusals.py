@@ -8,6 +8,7 @@ import time
 
 import pytest
 from conftest import SQUARE, collection, feature, polygon, polygons_of
+from harness import boundary_file
 
 HOLE = [[1, 1], [2, 1], [2, 2], [1, 2], [1, 1]]
 GOOD = feature(polygon())
@@ -48,7 +49,10 @@ REFUSED = {
     "no features": (collection(), "holds no polygon"),
     "no list": ({"type": "FeatureCollection"}, 'no "features"'),
     "no type": ({"features": [GOOD]}, 'no "type"'),
-    "other type": ({"type": "Topology"}, "is a Topology"),
+    "other type": ({"type": "Topo\x1b"}, 'feature 1 has the type "Topo?"'),
+    "geometry twice": (json.dumps(GOOD)[:-1] + ', "geometry": null}', "feature 1 has no geometry"),
+    "coordinates twice": (json.dumps(polygon())[:-1] + ', "coordinates": 0}', "has an empty"),
+    "features twice": (json.dumps(collection(GOOD))[:-1] + ', "features": []}', '"features" twice'),
     "list": ([], "an object in braces"),
     "word": ("null", "an object in braces"),
     "empty": ("", "broken JSON at line 1, column 1"),
@@ -57,6 +61,7 @@ REFUSED = {
     "too much": (json.dumps(polygon()) + "\n}", "broken JSON at line 2, column 1"),
     "too large": (json.dumps(polygon()).replace("4", "1e400", 1), "broken JSON at line 1, column "),
     "not UTF-8": (b'{"type":"\xff"}', "broken JSON at line 1, column 10"),
+    "long text": (b'{"type":"' + bytes(range(97, 117)) * 5000 + b'\xff"}', "column 100010: "),
     "shapefile": (b"\0\0\x27\x0a" + bytes(96), "is a shapefile, not GeoJSON"),
     "GeoPackage": (b"SQLite format 3\0" + bytes(84), "ogr2ogr -f GeoJSON NEWFILE m.json"),
     "gzip": (b"\x1f\x8b" + bytes(20), "gunzip -c < m.json"),
@@ -74,6 +79,7 @@ def test_refused_import(boundary, name):
     made = boundary.convert("import", source)
     assert made.code == 1
     assert sentence in made.said and made.said.count("\n") == 1
+    assert len(made.said) < 300 and made.said[:-1].isprintable()
 
 
 def test_missing_id_field(boundary):
@@ -89,6 +95,8 @@ def test_missing_id_field(boundary):
     ("<project><a/></project>", "b.xml has no element TavelDGM"),
     ('<p><TavelDGM><group type="boundaries"><polygon id="x"/></group></TavelDGM></p>',
      'its polygon number 1 has id="x", which is not an integer'),
+    ('<p><TavelDGM><group type="walls"><polygon id="1"/></group></TavelDGM></p>',
+     "b.xml holds no polygon in a group of type"),
 ])
 def test_refused_export(boundary, source, sentence):
     made = boundary.convert("export", source)
@@ -120,6 +128,28 @@ def test_dangling_link_as_target(boundary, tmp_path):
     (tmp_path / "b.xml").symlink_to("nowhere")
     assert boundary.run("import", "m.json", "b.xml").returncode == 1
     assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
+
+
+@pytest.mark.posix
+def test_target_that_appears_meanwhile(boundary, tmp_path):
+    """The source is a pipe, which the program can read only once."""
+    os.mkfifo(tmp_path / "m.json")
+    process = subprocess.Popen([*boundary.command, "import", "m.json", "b.xml"], cwd=tmp_path,
+                               stderr=subprocess.PIPE)
+    with open(tmp_path / "m.json", "w") as pipe:
+        (tmp_path / "b.xml").write_text("old")
+        pipe.write(json.dumps(large(10_000)))
+    said = process.communicate(timeout=60)[1]
+    assert process.returncode == 1 and b"b.xml already exists and is not overwritten" in said
+    assert (tmp_path / "b.xml").read_text() == "old"
+    assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
+
+
+@pytest.mark.posix
+def test_coordinate_system_that_is_no_text(boundary):
+    source, _ = boundary_file(("boundaries", {1: SQUARE}))
+    made = boundary.convert("export", source, "--crs", b"EPSG:\xff")
+    assert made.code == 1 and "coordinate system is not UTF-8" in made.said
 
 
 def large(vertices=300_000):
