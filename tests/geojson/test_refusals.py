@@ -39,8 +39,9 @@ REFUSED = {
     "null as number": (second(polygon([[0, None], *SQUARE[1:]])), "not those of a Polygon"),
     "object as position": (second(polygon([{}, *SQUARE])), "not those of a Polygon"),
     "real id": (second(polygon(), {"id": 1.5}), "feature 2 has the id 1.5"),
-    "text id": (second(polygon(), {"id": "A-1"}), 'feature 2 has the id "A-1"'),
+    "text id": (second(polygon(), {"id": "1-A"}), 'feature 2 has the id "1-A"'),
     "large id": (second(polygon(), {"id": 2**31}), "feature 2 has the id 2147483648"),
+    "huge id": (second(polygon(), {"id": 2**64 - 1}), "feature 2 has the id 18446744073709551615"),
     "true as id": (second(polygon(), {"id": True}), "feature 2 has the id true"),
     "list as id": (second(polygon(), {"id": [1]}), "feature 2 has the id [...]"),
     "no feature": (collection(GOOD, polygon()), 'element 2 of "features" is not a Feature'),
@@ -171,10 +172,12 @@ def test_full_disk(boundary, tmp_path):
         assert list(disk.iterdir()) == []
     finally:
         subprocess.run(["umount", disk], check=True)
-    with open("/dev/full", "wb") as full:
-        made = subprocess.run([*boundary.command, "import", tmp_path / "m.json", "-"], stdout=full,
-                              stderr=subprocess.PIPE)
-    assert made.returncode == 1 and b"cannot write to standard output" in made.stderr
+    (tmp_path / "small.json").write_text(json.dumps(GOOD))
+    for name in ("m.json", "small.json"):
+        with open("/dev/full", "wb") as full:
+            made = subprocess.run([*boundary.command, "import", tmp_path / name, "-"], stdout=full,
+                                  stderr=subprocess.PIPE)
+        assert made.returncode == 1 and b"cannot write to standard output" in made.stderr
 
 
 @pytest.mark.posix
