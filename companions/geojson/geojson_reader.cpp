@@ -37,7 +37,27 @@ struct Object {
     CoordinateArrays geometry;
     JsonScalar memberId;
     JsonScalar propertyId;
+
+    void forget(std::string_view member);
 };
+
+/// Makes way for the member, which replaces an earlier one of the same name.
+void Object::forget(std::string_view member) {
+    if (member == "type") {
+        type.clear();
+    } else if (member == "coordinates") {
+        coordinates = {};
+    } else if (member == "geometry") {
+        geometryType.clear();
+        geometry = {};
+    } else if (member == "id") {
+        memberId = {};
+    } else if (member == "properties") {
+        propertyId = {};
+    } else if (member == "features" && hasFeatures) {
+        throw GeoJsonFault("is not GeoJSON: its FeatureCollection has \"features\" twice");
+    }
+}
 
 /// Receives the events of the JSON parser. All of them return true: the parser goes on.
 class Events : public Json::json_sax_t {
@@ -118,6 +138,9 @@ bool Events::key(string_t& value) {
     if (!isIn(Role::Other)) {
         key_ = std::move(value);
     }
+    if (isIn(Role::Object)) {
+        objects_.back().forget(key_);
+    }
     return true;
 }
 
@@ -194,11 +217,7 @@ bool Events::open(bool isArray) {
     } else if (role == Role::FeatureList) {
         objects_.back().hasFeatures = true;
     } else if (role == Role::Coordinates) {
-        CoordinateArrays& coordinates = objects_.back().coordinates;
-        if (!isIn(Role::Coordinates)) {
-            coordinates = {}; // a repeated member replaces the first
-        }
-        coordinates.open();
+        objects_.back().coordinates.open();
     } else if (role == Role::Other) {
         scalar({isArray ? "[...]" : "{...}", {}, false}); // in place of a coordinate or an id
     }
@@ -261,15 +280,17 @@ bool Events::parse_error(std::size_t position, const std::string& /*token*/,
                          const nlohmann::detail::exception& error) {
     const std::string_view read = text_.substr(0, std::max<std::size_t>(position, 1) - 1);
     const std::size_t lineStart = read.rfind('\n') + 1; // 0 if there is none
+    constexpr std::size_t longestReason = 160;          // it can quote the whole text
     // The library's text begins with a code in brackets and names the place after its own fashion.
     std::string_view reason = error.what();
     reason.remove_prefix(std::min(reason.find("] ") + 2, reason.size()));
     if (const std::size_t place = reason.find(": "); reason.starts_with("parse error at")) {
         reason.remove_prefix(place + 2);
     }
-    throw GeoJsonFault(
-        "is broken JSON at line " + std::to_string(std::count(read.begin(), read.end(), '\n') + 1) +
-        ", column " + std::to_string(read.size() - lineStart + 1) + ": " + printable(reason));
+    throw GeoJsonFault("is broken JSON at line " +
+                       std::to_string(std::count(read.begin(), read.end(), '\n') + 1) +
+                       ", column " + std::to_string(read.size() - lineStart + 1) + ": " +
+                       shortened(reason, longestReason));
 }
 
 } // namespace

@@ -12,7 +12,8 @@ namespace veldtrim {
 /// ".part-" and a number, and is renamed to the target when it is complete.
 ///
 /// The target is never replaced. Until `publish` returns, it does not exist. Destroying an
-/// unpublished object removes the unfinished file; only a process that is killed leaves it behind.
+/// unpublished object removes the unfinished file; only a process that is killed, by whatever
+/// signal, leaves it behind.
 class NewFile {
 public:
     /// Creates the unfinished file. Throws std::system_error, which names the file and the reason,

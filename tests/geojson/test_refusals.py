@@ -7,6 +7,7 @@ import subprocess
 import time
 
 import pytest
+from harness import boundary_file
 from maps import SQUARE, collection, feature, polygon, polygons_of
 
 HOLE = [[1, 1], [2, 1], [2, 2], [1, 2], [1, 1]]
@@ -38,8 +39,9 @@ REFUSED = {
     "null as number": (second(polygon([[0, None], *SQUARE[1:]])), "not those of a Polygon"),
     "object as position": (second(polygon([{}, *SQUARE])), "not those of a Polygon"),
     "real id": (second(polygon(), {"id": 1.5}), "feature 2 has the id 1.5"),
-    "text id": (second(polygon(), {"id": "A-1"}), 'feature 2 has the id "A-1"'),
+    "text id": (second(polygon(), {"id": "1-A"}), 'feature 2 has the id "1-A"'),
     "large id": (second(polygon(), {"id": 2**31}), "feature 2 has the id 2147483648"),
+    "huge id": (second(polygon(), {"id": 2**64 - 1}), "feature 2 has the id 18446744073709551615"),
     "true as id": (second(polygon(), {"id": True}), "feature 2 has the id true"),
     "list as id": (second(polygon(), {"id": [1]}), "feature 2 has the id [...]"),
     "no feature": (collection(GOOD, polygon()), 'element 2 of "features" is not a Feature'),
@@ -48,7 +50,10 @@ REFUSED = {
     "no features": (collection(), "holds no polygon"),
     "no list": ({"type": "FeatureCollection"}, 'no "features"'),
     "no type": ({"features": [GOOD]}, 'no "type"'),
-    "other type": ({"type": "Topology"}, "is a Topology"),
+    "other type": ({"type": "Topo\x1b"}, 'feature 1 has the type "Topo?"'),
+    "geometry twice": (json.dumps(GOOD)[:-1] + ', "geometry": null}', "feature 1 has no geometry"),
+    "coordinates twice": (json.dumps(polygon())[:-1] + ', "coordinates": 0}', "has an empty"),
+    "features twice": (json.dumps(collection(GOOD))[:-1] + ', "features": []}', '"features" twice'),
     "list": ([], "an object in braces"),
     "word": ("null", "an object in braces"),
     "empty": ("", "broken JSON at line 1, column 1"),
@@ -57,6 +62,7 @@ REFUSED = {
     "too much": (json.dumps(polygon()) + "\n}", "broken JSON at line 2, column 1"),
     "too large": (json.dumps(polygon()).replace("4", "1e400", 1), "broken JSON at line 1, column "),
     "not UTF-8": (b'{"type":"\xff"}', "broken JSON at line 1, column 10"),
+    "long text": (b'{"type":"' + bytes(range(97, 117)) * 5000 + b'\xff"}', "column 100010: "),
     "shapefile": (b"\0\0\x27\x0a" + bytes(96), "is a shapefile, not GeoJSON"),
     "GeoPackage": (b"SQLite format 3\0" + bytes(84), "ogr2ogr -f GeoJSON NEWFILE m.json"),
     "gzip": (b"\x1f\x8b" + bytes(20), "gunzip -c < m.json"),
@@ -74,6 +80,7 @@ def test_refused_import(boundary, name):
     made = boundary.convert("import", source)
     assert made.code == 1
     assert sentence in made.said and made.said.count("\n") == 1
+    assert len(made.said) < 300 and made.said[:-1].isprintable()
 
 
 def test_joined_hole(boundary):
@@ -101,6 +108,8 @@ def test_missing_id_field(boundary):
     ("<project><a/></project>", "b.xml has no element TavelDGM"),
     ('<p><TavelDGM><group type="boundaries"><polygon id="x"/></group></TavelDGM></p>',
      'its polygon number 1 has id="x", which is not an integer'),
+    ('<p><TavelDGM><group type="walls"><polygon id="1"/></group></TavelDGM></p>',
+     "b.xml holds no polygon in a group of type"),
 ])
 def test_refused_export(boundary, source, sentence):
     made = boundary.convert("export", source)
@@ -134,6 +143,28 @@ def test_dangling_link_as_target(boundary, tmp_path):
     assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
 
 
+@pytest.mark.posix
+def test_target_that_appears_meanwhile(boundary, tmp_path):
+    """The source is a pipe, which the program can read only once."""
+    os.mkfifo(tmp_path / "m.json")
+    process = subprocess.Popen([*boundary.command, "import", "m.json", "b.xml"], cwd=tmp_path,
+                               stderr=subprocess.PIPE)
+    with open(tmp_path / "m.json", "w") as pipe:
+        (tmp_path / "b.xml").write_text("old")
+        pipe.write(json.dumps(large(10_000)))
+    said = process.communicate(timeout=60)[1]
+    assert process.returncode == 1 and b"b.xml already exists and is not overwritten" in said
+    assert (tmp_path / "b.xml").read_text() == "old"
+    assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
+
+
+@pytest.mark.posix
+def test_coordinate_system_that_is_no_text(boundary):
+    source, _ = boundary_file(("boundaries", {1: SQUARE}))
+    made = boundary.convert("export", source, "--crs", b"EPSG:\xff")
+    assert made.code == 1 and "coordinate system is not UTF-8" in made.said
+
+
 def large(vertices=300_000):
     ring = [[i % 1000 + 0.125, i] for i in range(vertices)]
     return collection(feature(polygon([*ring, ring[0]])))
@@ -153,10 +184,12 @@ def test_full_disk(boundary, tmp_path):
         assert list(disk.iterdir()) == []
     finally:
         subprocess.run(["umount", disk], check=True)
-    with open("/dev/full", "wb") as full:
-        made = subprocess.run([*boundary.command, "import", tmp_path / "m.json", "-"], stdout=full,
-                              stderr=subprocess.PIPE)
-    assert made.returncode == 1 and b"cannot write to standard output" in made.stderr
+    (tmp_path / "small.json").write_text(json.dumps(GOOD))
+    for name in ("m.json", "small.json"):
+        with open("/dev/full", "wb") as full:
+            made = subprocess.run([*boundary.command, "import", tmp_path / name, "-"], stdout=full,
+                                  stderr=subprocess.PIPE)
+        assert made.returncode == 1 and b"cannot write to standard output" in made.stderr
 
 
 @pytest.mark.posix
