@@ -2,6 +2,7 @@
 
 #include "area/feature_refusal.h"
 #include "explain/wording.h"
+#include "geojson/broken_json.h"
 #include "geojson/coordinate_arrays.h"
 
 #include <algorithm>
@@ -278,19 +279,7 @@ void Events::deliver(Object& object, std::string type, CoordinateArrays& coordin
 
 bool Events::parse_error(std::size_t position, const std::string& /*token*/,
                          const nlohmann::detail::exception& error) {
-    const std::string_view read = text_.substr(0, std::max<std::size_t>(position, 1) - 1);
-    const std::size_t lineStart = read.rfind('\n') + 1; // 0 if there is none
-    constexpr std::size_t longestReason = 160;          // it can quote the whole text
-    // The library's text begins with a code in brackets and names the place after its own fashion.
-    std::string_view reason = error.what();
-    reason.remove_prefix(std::min(reason.find("] ") + 2, reason.size()));
-    if (const std::size_t place = reason.find(": "); reason.starts_with("parse error at")) {
-        reason.remove_prefix(place + 2);
-    }
-    throw GeoJsonFault("is broken JSON at line " +
-                       std::to_string(std::count(read.begin(), read.end(), '\n') + 1) +
-                       ", column " + std::to_string(read.size() - lineStart + 1) + ": " +
-                       shortened(reason, longestReason));
+    throw GeoJsonFault(describeBrokenJson(text_, position, error.what()));
 }
 
 } // namespace
