@@ -1,6 +1,7 @@
 """What veldtrim-boundary refuses, and what it leaves behind when something fails."""
 
 import json
+import os
 import random
 import subprocess
 import time
@@ -139,6 +140,19 @@ def test_dangling_link_as_target(boundary, tmp_path):
     (tmp_path / "b.xml").symlink_to("nowhere")
     assert boundary.run("import", "m.json", "b.xml").returncode == 1
     assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
+
+
+@pytest.mark.posix
+def test_target_that_appears_meanwhile(boundary, tmp_path):
+    """The program waits for the source, a pipe, when it has begun the target."""
+    os.mkfifo(tmp_path / "m.json")
+    process = subprocess.Popen([*boundary.command, "import", "m.json", "b.xml"], cwd=tmp_path,
+                               stderr=subprocess.PIPE)
+    with open(tmp_path / "m.json", "w") as pipe:
+        (tmp_path / "b.xml").write_text("old")
+        json.dump(GOOD, pipe)
+    assert b"b.xml already exists and is not overwritten" in process.communicate(timeout=60)[1]
+    assert process.returncode == 1 and (tmp_path / "b.xml").read_text() == "old"
 
 
 @pytest.mark.posix
