@@ -2,7 +2,7 @@
 
 #include "area/feature_refusal.h"
 #include "explain/wording.h"
-#include "geojson/coordinate_arrays.h"
+#include "geojson/geojson_object.h"
 
 #include <algorithm>
 #include <charconv>
@@ -27,37 +27,6 @@ enum class Role : std::uint8_t {
     CrsNames,    ///< the value of its "properties"
     Other        ///< anything else; its content is ignored
 };
-
-/// A GeoJSON object that has not ended.
-struct Object {
-    std::string type;
-    bool hasFeatures = false;
-    CoordinateArrays coordinates;
-    std::string geometryType; ///< of the value of "geometry", which has ended
-    CoordinateArrays geometry;
-    JsonScalar memberId;
-    JsonScalar propertyId;
-
-    void forget(std::string_view member);
-};
-
-/// Makes way for the member, which replaces an earlier one of the same name.
-void Object::forget(std::string_view member) {
-    if (member == "type") {
-        type.clear();
-    } else if (member == "coordinates") {
-        coordinates = {};
-    } else if (member == "geometry") {
-        geometryType.clear();
-        geometry = {};
-    } else if (member == "id") {
-        memberId = {};
-    } else if (member == "properties") {
-        propertyId = {};
-    } else if (member == "features" && hasFeatures) {
-        throw GeoJsonFault("is not GeoJSON: its FeatureCollection has \"features\" twice");
-    }
-}
 
 /// Receives the events of the JSON parser. All of them return true: the parser goes on.
 class Events : public Json::json_sax_t {
@@ -98,14 +67,14 @@ private:
     bool close();
     bool scalar(const JsonScalar& value);
     void endObject();
-    void deliver(Object& object, std::string type, CoordinateArrays& coordinates);
+    void deliver(GeoJsonObject& object, std::string type, CoordinateArrays& coordinates);
 
     std::string_view text_;
     const std::string& idProperty_;
     FeatureSink& sink_;
     std::vector<Role> open_;
-    std::vector<Object> objects_; ///< at most three: a collection, a feature, its geometry
-    std::string key_;             ///< the latest key, unless it is in a value that is ignored
+    std::vector<GeoJsonObject> objects_; ///< at most three: a collection, a feature, its geometry
+    std::string key_; ///< the latest key, unless it is in a value that is ignored
     std::size_t features_ = 0;
 };
 
@@ -139,7 +108,7 @@ bool Events::key(string_t& value) {
         key_ = std::move(value);
     }
     if (isIn(Role::Object)) {
-        objects_.back().forget(key_);
+        objects_.back().replace(key_);
     }
     return true;
 }
@@ -238,7 +207,7 @@ bool Events::close() {
 
 /// Ends a feature, the value of "geometry" or the outermost object, whatever its type.
 void Events::endObject() {
-    Object object = std::move(objects_.back());
+    GeoJsonObject object = std::move(objects_.back());
     objects_.pop_back();
     if (isIn(Role::Object)) {
         objects_.back().geometryType = std::move(object.type);
@@ -259,7 +228,7 @@ void Events::endObject() {
     }
 }
 
-void Events::deliver(Object& object, std::string type, CoordinateArrays& coordinates) {
+void Events::deliver(GeoJsonObject& object, std::string type, CoordinateArrays& coordinates) {
     MapFeature feature;
     feature.number = ++features_;
     feature.geometryType = std::move(type);

@@ -22,8 +22,9 @@ ACCEPTED = {
     "bare multipolygon": (ROUND, [], [1, 1]),
     "feature": (feature(polygon()), [], [1]),
     "counted": (collection(feature(polygon()), feature(polygon(), {"id": None})), [], [1, 2]),
-    "integer ids": (collection(feature(polygon(), {"id": -2**31}), feature(ROUND, {"id": 2**31 - 1})),
-                    [], [-2**31, 2**31 - 1, 2**31 - 1]),
+    "integer ids": (
+        collection(feature(polygon(), {"id": -2**31}), feature(ROUND, {"id": 2**31 - 1})), [],
+        [-2**31, 2**31 - 1, 2**31 - 1]),
     "whole numbers": (collection(feature(polygon(), {"id": 3.0}), feature(polygon(), {"id": 1e2})),
                       [], [3, 100]),
     "texts": (collection(feature(polygon(), {"id": "-2147483648"})), [], [-2147483648]),
@@ -154,7 +155,8 @@ def test_shapes(boundary):
         ("Point", SQUARE[0]), ("LineString", SQUARE[:2]),
         ("Polygon", [[*SQUARE[:2], SQUARE[0], SQUARE[0]]]), ("Polygon", [closed]),
     ]
-    for said in ("left out 1 polygon without points, first polygon number 1 (id 1)", "1 polygon of one point", "of two points"):
+    for said in ("left out 1 polygon without points, first polygon number 1 (id 1)",
+                 "1 polygon of one point", "of two points"):
         assert said in made.said
 
 
