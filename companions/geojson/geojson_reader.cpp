@@ -17,6 +17,10 @@ namespace {
 
 using Json = nlohmann::json;
 
+constexpr const char* convertAdvice =
+    ": ogr2ogr -f GeoJSON NEWFILE OLDFILE converts other kinds of JSON, such as Esri JSON and "
+    "GeoJSON with a feature in each line";
+
 /// What an open array or object is.
 enum class Role : std::uint8_t {
     Object,      ///< the outermost object, a feature, or the value of "geometry"
@@ -216,7 +220,7 @@ void Events::endObject() {
         deliver(object, std::move(object.geometryType), object.geometry);
     } else if (isIn(Role::FeatureList)) {
         throw GeoJsonFault("is not GeoJSON: element " + std::to_string(features_ + 1) +
-                           " of \"features\" is not a Feature");
+                           " of \"features\" is not a Feature" + convertAdvice);
     } else if (object.type == "FeatureCollection") {
         if (!object.hasFeatures) {
             throw GeoJsonFault("is not GeoJSON: its FeatureCollection has no \"features\"");
@@ -250,6 +254,7 @@ bool Events::parse_error(std::size_t position, const std::string& /*token*/,
     const std::string_view read = text_.substr(0, std::max<std::size_t>(position, 1) - 1);
     const std::size_t lineStart = read.rfind('\n') + 1; // 0 if there is none
     constexpr std::size_t longestReason = 160;          // it can quote the whole text
+    const bool isSecondText = open_.empty() && features_ > 0 && text_.substr(read.size(), 1) == "{";
     // The library's text begins with a code in brackets and names the place after its own fashion.
     std::string_view reason = error.what();
     reason.remove_prefix(std::min(reason.find("] ") + 2, reason.size()));
@@ -259,7 +264,7 @@ bool Events::parse_error(std::size_t position, const std::string& /*token*/,
     throw GeoJsonFault("is broken JSON at line " +
                        std::to_string(std::count(read.begin(), read.end(), '\n') + 1) +
                        ", column " + std::to_string(read.size() - lineStart + 1) + ": " +
-                       shortened(reason, longestReason));
+                       shortened(reason, longestReason) + (isSecondText ? convertAdvice : ""));
 }
 
 } // namespace
