@@ -22,6 +22,7 @@ namespace veldtrim {
 namespace {
 
 /// The path of the latest unfinished file, for the signals that interrupt the process.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): handlers get no argument
 std::atomic<const char*> latestUnfinished = nullptr;
 
 #ifdef _WIN32
