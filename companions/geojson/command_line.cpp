@@ -1,6 +1,7 @@
 #include "geojson/command_line.h"
 
 #include "geojson/conversion.h"
+#include "platform/new_file.h"
 
 #include <CLI/CLI.hpp>
 
@@ -69,6 +70,7 @@ int boundaryCommand(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? done : wrongCommandLine;
     }
+    removeFileWhenInterrupted();
     conversion.bridgeHoles = holes == "bridge";
     if (importing->parsed()) {
         importArea(conversion);

@@ -3,7 +3,7 @@
 #include "area/feature_refusal.h"
 #include "explain/wording.h"
 #include "geojson/broken_json.h"
-#include "geojson/coordinate_arrays.h"
+#include "geojson/geojson_object.h"
 
 #include <algorithm>
 #include <charconv>
@@ -18,6 +18,10 @@ namespace {
 
 using Json = nlohmann::json;
 
+constexpr const char* convertAdvice =
+    ": ogr2ogr -f GeoJSON NEWFILE OLDFILE converts other kinds of JSON, such as Esri JSON and "
+    "GeoJSON with a feature in each line";
+
 /// What an open array or object is.
 enum class Role : std::uint8_t {
     Object,      ///< the outermost object, a feature, or the value of "geometry"
@@ -28,37 +32,6 @@ enum class Role : std::uint8_t {
     CrsNames,    ///< the value of its "properties"
     Other        ///< anything else; its content is ignored
 };
-
-/// A GeoJSON object that has not ended.
-struct Object {
-    std::string type;
-    bool hasFeatures = false;
-    CoordinateArrays coordinates;
-    std::string geometryType; ///< of the value of "geometry", which has ended
-    CoordinateArrays geometry;
-    JsonScalar memberId;
-    JsonScalar propertyId;
-
-    void forget(std::string_view member);
-};
-
-/// Makes way for the member, which replaces an earlier one of the same name.
-void Object::forget(std::string_view member) {
-    if (member == "type") {
-        type.clear();
-    } else if (member == "coordinates") {
-        coordinates = {};
-    } else if (member == "geometry") {
-        geometryType.clear();
-        geometry = {};
-    } else if (member == "id") {
-        memberId = {};
-    } else if (member == "properties") {
-        propertyId = {};
-    } else if (member == "features" && hasFeatures) {
-        throw GeoJsonFault("is not GeoJSON: its FeatureCollection has \"features\" twice");
-    }
-}
 
 /// Receives the events of the JSON parser. All of them return true: the parser goes on.
 class Events : public Json::json_sax_t {
@@ -99,14 +72,14 @@ private:
     bool close();
     bool scalar(const JsonScalar& value);
     void endObject();
-    void deliver(Object& object, std::string type, CoordinateArrays& coordinates);
+    void deliver(GeoJsonObject& object, std::string type, CoordinateArrays& coordinates);
 
     std::string_view text_;
     const std::string& idProperty_;
     FeatureSink& sink_;
     std::vector<Role> open_;
-    std::vector<Object> objects_; ///< at most three: a collection, a feature, its geometry
-    std::string key_;             ///< the latest key, unless it is in a value that is ignored
+    std::vector<GeoJsonObject> objects_; ///< at most three: a collection, a feature, its geometry
+    std::string key_; ///< the latest key, unless it is in a value that is ignored
     std::size_t features_ = 0;
 };
 
@@ -140,7 +113,7 @@ bool Events::key(string_t& value) {
         key_ = std::move(value);
     }
     if (isIn(Role::Object)) {
-        objects_.back().forget(key_);
+        objects_.back().replace(key_);
     }
     return true;
 }
@@ -239,7 +212,7 @@ bool Events::close() {
 
 /// Ends a feature, the value of "geometry" or the outermost object, whatever its type.
 void Events::endObject() {
-    Object object = std::move(objects_.back());
+    GeoJsonObject object = std::move(objects_.back());
     objects_.pop_back();
     if (isIn(Role::Object)) {
         objects_.back().geometryType = std::move(object.type);
@@ -248,7 +221,7 @@ void Events::endObject() {
         deliver(object, std::move(object.geometryType), object.geometry);
     } else if (isIn(Role::FeatureList)) {
         throw GeoJsonFault("is not GeoJSON: element " + std::to_string(features_ + 1) +
-                           " of \"features\" is not a Feature");
+                           " of \"features\" is not a Feature" + convertAdvice);
     } else if (object.type == "FeatureCollection") {
         if (!object.hasFeatures) {
             throw GeoJsonFault("is not GeoJSON: its FeatureCollection has no \"features\"");
@@ -260,7 +233,7 @@ void Events::endObject() {
     }
 }
 
-void Events::deliver(Object& object, std::string type, CoordinateArrays& coordinates) {
+void Events::deliver(GeoJsonObject& object, std::string type, CoordinateArrays& coordinates) {
     MapFeature feature;
     feature.number = ++features_;
     feature.geometryType = std::move(type);
@@ -279,7 +252,10 @@ void Events::deliver(Object& object, std::string type, CoordinateArrays& coordin
 
 bool Events::parse_error(std::size_t position, const std::string& /*token*/,
                          const nlohmann::detail::exception& error) {
-    throw GeoJsonFault(describeBrokenJson(text_, position, error.what()));
+    const bool isSecondText =
+        open_.empty() && features_ > 0 && position > 0 && text_.substr(position - 1, 1) == "{";
+    throw GeoJsonFault(describeBrokenJson(text_, position, error.what()) +
+                       (isSecondText ? convertAdvice : ""));
 }
 
 } // namespace

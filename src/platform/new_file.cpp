@@ -1,5 +1,6 @@
 #include "platform/new_file.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
@@ -9,6 +10,8 @@
 #include <process.h>
 #include <windows.h>
 #else
+#include <csignal>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,6 +20,10 @@
 namespace veldtrim {
 
 namespace {
+
+/// The path of the latest unfinished file, for the signals that interrupt the process.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): handlers get no argument
+std::atomic<const char*> latestUnfinished = nullptr;
 
 #ifdef _WIN32
 
@@ -67,6 +74,15 @@ std::error_code renameToNew(const std::string& from, const std::string& to) {
     return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : lastError();
 }
 
+/// Calls only what a signal handler may call.
+extern "C" void removeUnfinished(int signal) {
+    if (const char* const path = latestUnfinished) {
+        ::unlink(path);
+    }
+    static_cast<void>(::signal(signal, SIG_DFL));
+    static_cast<void>(::raise(signal)); // ends the process when this handler returns
+}
+
 #endif
 
 [[noreturn]] void failToCreate(const std::string& target, std::error_code reason) {
@@ -94,6 +110,7 @@ NewFile::NewFile(std::string target)
         unfinished_.clear();
         failToCreate(target_, file_.openError());
     }
+    latestUnfinished = unfinished_.c_str();
 }
 
 NewFile::~NewFile() {
@@ -105,6 +122,7 @@ NewFile::~NewFile() {
     } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the file is removed
     }
     static_cast<void>(std::remove(unfinished_.c_str()));
+    forget();
 }
 
 void NewFile::write(std::string_view bytes) {
@@ -117,7 +135,31 @@ void NewFile::publish() {
     if (const std::error_code reason = renameToNew(unfinished_, target_)) {
         failToCreate(target_, reason);
     }
+    forget();
+}
+
+/// Called when the unfinished file is gone.
+void NewFile::forget() {
+    const char* path = unfinished_.c_str();
+    latestUnfinished.compare_exchange_strong(path, nullptr);
     unfinished_.clear();
 }
+
+#ifdef _WIN32
+
+void removeFileWhenInterrupted() {}
+
+#else
+
+void removeFileWhenInterrupted() {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction current {};
+        if (::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_DFL) {
+            static_cast<void>(::signal(signal, removeUnfinished));
+        }
+    }
+}
+
+#endif
 
 } // namespace veldtrim
