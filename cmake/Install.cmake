@@ -1,6 +1,6 @@
 # Installation, by component: Runtime (the program), Inspect (veldtrim-inspect), Boundary
-# (veldtrim-boundary), Library (the shared XML library), Development (headers, link libraries,
-# package files).
+# (veldtrim-boundary), Gdal (the driver for GDAL), Library (the shared XML library), Development
+# (headers, link libraries, package files).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -54,6 +54,19 @@ endif()
 
 if(TARGET veldtrim-boundary)
   install(TARGETS veldtrim-boundary DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Boundary)
+endif()
+
+# GDAL looks for plug-ins beside its library, which on Debian is in a folder of the architecture. It
+# would look into a folder named like its version instead, and miss all others, if one existed.
+if(TARGET ogr_Veldtrim)
+  get_target_property(gdal_library GDAL::GDAL LOCATION)
+  cmake_path(GET gdal_library PARENT_PATH gdal_folder)
+  if(gdal_folder MATCHES "^/usr/(lib.*)")
+    set(plugin_folder ${CMAKE_MATCH_1}/gdalplugins)
+  else()
+    set(plugin_folder ${CMAKE_INSTALL_LIBDIR}/gdalplugins)
+  endif()
+  install(TARGETS ogr_Veldtrim LIBRARY DESTINATION ${plugin_folder} COMPONENT Gdal)
 endif()
 
 include(cmake/Packages.cmake)

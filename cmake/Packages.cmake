@@ -2,9 +2,10 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME veldtrim)
 set(CPACK_PACKAGE_VENDOR "Veldtrim")
+# CPack puts any summary but its default before those of the packages.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${CMAKE_PROJECT_NAME} built using CMake")
 set(CPACK_PACKAGE_CONTACT "Veldtrim developers <developers@veldtrim.invalid>" CACHE STRING
   "Name and mail address of the maintainer of the packages")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -67,6 +68,12 @@ if(TARGET veldtrim-boundary)
   veldtrim_describe_package(Boundary veldtrim-boundary science
     "Convert between GeoJSON and boundary files of Veldtrim"
     "Makes a boundary file for Veldtrim from the polygons of a GeoJSON file, as a GIS\nsaves them, and GeoJSON from a boundary file.")
+endif()
+if(TARGET ogr_Veldtrim)
+  list(APPEND CPACK_COMPONENTS_ALL Gdal)
+  veldtrim_describe_package(Gdal veldtrim-gdal science
+    "Boundary files of Veldtrim in GDAL and QGIS"
+    "A driver with which the programs of GDAL and QGIS open boundary files of\nVeldtrim, and with which ogr2ogr writes them.")
 endif()
 
 include(CPack)

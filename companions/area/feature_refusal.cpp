@@ -12,10 +12,10 @@ void refuseGeometry(const std::string& feature, const std::string& type) {
                                       "features, or convert them to polygons");
 }
 
-void refuseId(const std::string& feature, const std::string& id) {
+void refuseId(const std::string& feature, const std::string& id, const std::string& advice) {
     throw FeatureRefusal(feature, "has the id " + id +
-                                      ", but ids are integers from -2147483648 "
-                                      "to 2147483647");
+                                      ", but ids are integers from -2147483648 to 2147483647" +
+                                      (advice.empty() ? "" : ": " + advice));
 }
 
 std::optional<std::int32_t> integerId(std::string_view text) {

@@ -21,8 +21,10 @@ public:
 /// Throws the FeatureRefusal for a geometry that is no polygon, such as "LineString".
 [[noreturn]] void refuseGeometry(const std::string& feature, const std::string& type);
 
-/// Throws the FeatureRefusal for an id that is no 32-bit integer, as written.
-[[noreturn]] void refuseId(const std::string& feature, const std::string& id);
+/// Throws the FeatureRefusal for an id that is no 32-bit integer, as written. `advice` says what
+/// the user can do.
+[[noreturn]] void refuseId(const std::string& feature, const std::string& id,
+                           const std::string& advice = {});
 
 /// Returns the 32-bit integer that the text or the number is; nothing if it is none. Blanks around
 /// a text are not allowed.

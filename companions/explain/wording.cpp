@@ -13,6 +13,11 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
 }
 
+/// Whether the byte is one of UTF-8 that does not begin a character.
+bool continuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 /// Returns the shortest text that reads back as `value`. It has an exponent only if it would be
 /// very long without one.
 std::string inFull(double value) {
@@ -62,9 +67,19 @@ std::string printable(std::string_view text) {
     return shown;
 }
 
+std::string shortened(std::string_view text, std::size_t longest) {
+    if (text.size() <= longest) {
+        return printable(text);
+    }
+    while (longest > 0 && continuesCharacter(text[longest])) {
+        --longest;
+    }
+    return printable(text.substr(0, longest)) + "...";
+}
+
 std::string quoted(std::string_view text) {
     constexpr std::size_t longest = 24;
-    return '"' + printable(text.substr(0, longest)) + (text.size() > longest ? "...\"" : "\"");
+    return '"' + shortened(text, longest) + '"';
 }
 
 std::string describeSeparator(char separator) {

@@ -1,6 +1,7 @@
 /// Formats numbers, names and characters for the reports.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -18,6 +19,10 @@ std::string measure(double value);
 
 /// Returns the text with each control character replaced by "?".
 std::string printable(std::string_view text);
+
+/// Returns the text, or its first `longest` bytes and "...", with control characters replaced by
+/// "?". Characters of UTF-8 are not divided.
+std::string shortened(std::string_view text, std::size_t longest);
 
 /// Returns the beginning of the text in quotes, with control characters replaced by "?".
 std::string quoted(std::string_view text);

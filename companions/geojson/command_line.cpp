@@ -1,6 +1,7 @@
 #include "geojson/command_line.h"
 
 #include "geojson/conversion.h"
+#include "platform/new_file.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,9 +28,12 @@ CLI::App* describeImport(CLI::App& app, Conversion& conversion, std::string& hol
                      "what to do with a hole: refuse the file, or bridge it to its outer ring")
         ->check(CLI::IsMember({"refuse", "bridge"}))
         ->default_str("refuse");
-    command->add_option("--id-field", conversion.idField,
-                        "property with the ids of the polygons, which are integers (default: id; "
-                        "features without it are counted)");
+    CLI::Option* const field = command->add_option(
+        "--id-field", conversion.idField,
+        "property with the ids of the polygons, which are integers (default: id; features without "
+        "it are counted)");
+    command->add_flag("--count-ids", conversion.countIds, "count the features for the ids")
+        ->excludes(field);
     return command;
 }
 
@@ -52,6 +56,7 @@ int boundaryCommand(int argc, char** argv) {
     CLI::App app(
         "Converts between GeoJSON and boundary files of Veldtrim. Never overwrites a file.",
         "veldtrim-boundary");
+    app.allow_windows_style_options(false); // "/area/boundary.xml" is a path
     Conversion conversion;
     std::string holes;
     const CLI::App* const importing = describeImport(app, conversion, holes);
@@ -65,6 +70,7 @@ int boundaryCommand(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? done : wrongCommandLine;
     }
+    removeFileWhenInterrupted();
     conversion.bridgeHoles = holes == "bridge";
     if (importing->parsed()) {
         importArea(conversion);

@@ -11,6 +11,7 @@ struct Conversion {
     std::string target;
     bool bridgeHoles = false; ///< import: join holes to their outer ring; otherwise refuse them
     std::string idField;      ///< import: the property with the ids; empty for the usual ones
+    bool countIds = false;    ///< import: the ids are the numbers of the features
     std::string crs;          ///< export: the coordinate system to name; empty for none
 };
 

@@ -17,17 +17,22 @@ void readBoundary(const std::string& source, BoundaryFeatures& features) {
     if (!isRead) {
         throw std::runtime_error(nameOfSource(source) + ' ' + features.failure());
     }
+    if (features.size() == 0) {
+        throw std::runtime_error(nameOfSource(source) +
+                                 " holds no polygon in a group of type \"boundaries\"");
+    }
 }
 
 /// Tells which polygons are no areas.
 void tellOfShapes(const BoundaryFeatures& features) {
+    std::size_t left = 0;
+    std::size_t firstLeft = 0;
     std::size_t points = 0;
     std::size_t lines = 0;
     for (std::size_t i = 0; i < features.size(); ++i) {
         switch (features.shape(i)) {
         case MapShape::Nothing:
-            tell("left out polygon number " + std::to_string(i + 1) + " (id " +
-                 std::to_string(features.id(i)) + "), which has no points");
+            firstLeft = left++ == 0 ? i : firstLeft;
             break;
         case MapShape::Point:
             ++points;
@@ -38,6 +43,11 @@ void tellOfShapes(const BoundaryFeatures& features) {
         case MapShape::Polygon:
             break;
         }
+    }
+    if (left > 0) {
+        tell("left out " + count(left, "polygon") + " without points, first polygon number " +
+             std::to_string(firstLeft + 1) + " (id " + std::to_string(features.id(firstLeft)) +
+             ')');
     }
     if (points > 0) {
         tell("wrote " + count(points, "polygon") + " of one point as Point");

@@ -2,7 +2,8 @@
 
 #include "area/feature_refusal.h"
 #include "explain/wording.h"
-#include "geojson/coordinate_arrays.h"
+#include "geojson/broken_json.h"
+#include "geojson/geojson_object.h"
 
 #include <algorithm>
 #include <charconv>
@@ -17,6 +18,10 @@ namespace {
 
 using Json = nlohmann::json;
 
+constexpr const char* convertAdvice =
+    ": ogr2ogr -f GeoJSON NEWFILE OLDFILE converts other kinds of JSON, such as Esri JSON and "
+    "GeoJSON with a feature in each line";
+
 /// What an open array or object is.
 enum class Role : std::uint8_t {
     Object,      ///< the outermost object, a feature, or the value of "geometry"
@@ -26,17 +31,6 @@ enum class Role : std::uint8_t {
     Crs,         ///< the value of "crs"
     CrsNames,    ///< the value of its "properties"
     Other        ///< anything else; its content is ignored
-};
-
-/// A GeoJSON object that has not ended.
-struct Object {
-    std::string type;
-    bool hasFeatures = false;
-    CoordinateArrays coordinates;
-    std::string geometryType; ///< of the value of "geometry", which has ended
-    CoordinateArrays geometry;
-    JsonScalar memberId;
-    JsonScalar propertyId;
 };
 
 /// Receives the events of the JSON parser. All of them return true: the parser goes on.
@@ -78,14 +72,14 @@ private:
     bool close();
     bool scalar(const JsonScalar& value);
     void endObject();
-    void deliver(Object& object, std::string type, CoordinateArrays& coordinates);
+    void deliver(GeoJsonObject& object, std::string type, CoordinateArrays& coordinates);
 
     std::string_view text_;
     const std::string& idProperty_;
     FeatureSink& sink_;
     std::vector<Role> open_;
-    std::vector<Object> objects_; ///< at most three: a collection, a feature, its geometry
-    std::string key_;             ///< the latest key, unless it is in a value that is ignored
+    std::vector<GeoJsonObject> objects_; ///< at most three: a collection, a feature, its geometry
+    std::string key_; ///< the latest key, unless it is in a value that is ignored
     std::size_t features_ = 0;
 };
 
@@ -117,6 +111,9 @@ bool Events::string(string_t& value) {
 bool Events::key(string_t& value) {
     if (!isIn(Role::Other)) {
         key_ = std::move(value);
+    }
+    if (isIn(Role::Object)) {
+        objects_.back().replace(key_);
     }
     return true;
 }
@@ -194,11 +191,7 @@ bool Events::open(bool isArray) {
     } else if (role == Role::FeatureList) {
         objects_.back().hasFeatures = true;
     } else if (role == Role::Coordinates) {
-        CoordinateArrays& coordinates = objects_.back().coordinates;
-        if (!isIn(Role::Coordinates)) {
-            coordinates = {}; // a repeated member replaces the first
-        }
-        coordinates.open();
+        objects_.back().coordinates.open();
     } else if (role == Role::Other) {
         scalar({isArray ? "[...]" : "{...}", {}, false}); // in place of a coordinate or an id
     }
@@ -219,7 +212,7 @@ bool Events::close() {
 
 /// Ends a feature, the value of "geometry" or the outermost object, whatever its type.
 void Events::endObject() {
-    Object object = std::move(objects_.back());
+    GeoJsonObject object = std::move(objects_.back());
     objects_.pop_back();
     if (isIn(Role::Object)) {
         objects_.back().geometryType = std::move(object.type);
@@ -228,7 +221,7 @@ void Events::endObject() {
         deliver(object, std::move(object.geometryType), object.geometry);
     } else if (isIn(Role::FeatureList)) {
         throw GeoJsonFault("is not GeoJSON: element " + std::to_string(features_ + 1) +
-                           " of \"features\" is not a Feature");
+                           " of \"features\" is not a Feature" + convertAdvice);
     } else if (object.type == "FeatureCollection") {
         if (!object.hasFeatures) {
             throw GeoJsonFault("is not GeoJSON: its FeatureCollection has no \"features\"");
@@ -240,7 +233,7 @@ void Events::endObject() {
     }
 }
 
-void Events::deliver(Object& object, std::string type, CoordinateArrays& coordinates) {
+void Events::deliver(GeoJsonObject& object, std::string type, CoordinateArrays& coordinates) {
     MapFeature feature;
     feature.number = ++features_;
     feature.geometryType = std::move(type);
@@ -259,17 +252,10 @@ void Events::deliver(Object& object, std::string type, CoordinateArrays& coordin
 
 bool Events::parse_error(std::size_t position, const std::string& /*token*/,
                          const nlohmann::detail::exception& error) {
-    const std::string_view read = text_.substr(0, std::max<std::size_t>(position, 1) - 1);
-    const std::size_t lineStart = read.rfind('\n') + 1; // 0 if there is none
-    // The library's text begins with a code in brackets and names the place after its own fashion.
-    std::string_view reason = error.what();
-    reason.remove_prefix(std::min(reason.find("] ") + 2, reason.size()));
-    if (const std::size_t place = reason.find(": "); reason.starts_with("parse error at")) {
-        reason.remove_prefix(place + 2);
-    }
-    throw GeoJsonFault(
-        "is broken JSON at line " + std::to_string(std::count(read.begin(), read.end(), '\n') + 1) +
-        ", column " + std::to_string(read.size() - lineStart + 1) + ": " + printable(reason));
+    const bool isSecondText =
+        open_.empty() && features_ > 0 && position > 0 && text_.substr(position - 1, 1) == "{";
+    throw GeoJsonFault(describeBrokenJson(text_, position, error.what()) +
+                       (isSecondText ? convertAdvice : ""));
 }
 
 } // namespace

@@ -55,6 +55,7 @@ public:
 /// Reads a FeatureCollection, a Feature or a geometry as in RFC 7946, with the member "crs" of its
 /// predecessor, and sends each feature to `sink` as soon as it has been read. Ids are taken from
 /// the property `idProperty`. Third coordinates are dropped; a GeometryCollection has no polygons.
+/// Of members with the same name, the last one counts; only "features" must not come twice.
 ///
 /// Throws GeoJsonFault if the text is not JSON or not GeoJSON, and passes on what `sink` throws.
 /// Features that come before the fault have then been sent. Memory grows with the largest feature.

@@ -1,8 +1,10 @@
 #include "geojson/geojson_writer.h"
 
+#include "explain/wording.h"
 #include "platform/file.h"
 #include "text/number_text.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -16,6 +18,16 @@ std::string urnOf(const std::string& crs) {
     constexpr std::string_view authority = "EPSG:";
     return crs.starts_with(authority) ? "urn:ogc:def:crs:EPSG::" + crs.substr(authority.size())
                                       : crs;
+}
+
+std::string crsMember(const std::string& crs) {
+    const nlohmann::json member = {{"type", "name"}, {"properties", {{"name", urnOf(crs)}}}};
+    try {
+        return member.dump();
+    } catch (const nlohmann::json::type_error&) {
+        throw std::runtime_error("the name of the coordinate system is not UTF-8: " +
+                                 veldtrim::quoted(crs));
+    }
 }
 
 /// Returns the number in a form that JSON parsers do not take for an integer if it is -0, which
@@ -34,8 +46,7 @@ std::string jsonPosition(const BoundaryVertex& vertex) {
 GeoJsonWriter::GeoJsonWriter(Output output, const std::string& crs) : output_(std::move(output)) {
     std::string text = "{\"type\":\"FeatureCollection\",";
     if (!crs.empty()) {
-        const nlohmann::json member = {{"type", "name"}, {"properties", {{"name", urnOf(crs)}}}};
-        text += "\"crs\":" + member.dump() + ',';
+        text += "\"crs\":" + crsMember(crs) + ',';
     }
     output_(text + "\"features\":[");
 }

@@ -18,7 +18,7 @@ public:
     using Output = std::function<void(std::string_view)>;
 
     /// Sends the beginning of the text. `crs` names the coordinate system, such as "EPSG:25832" or
-    /// a URN; if it is empty, the text names none.
+    /// a URN; if it is empty, the text names none. Throws std::runtime_error if it is not UTF-8.
     GeoJsonWriter(Output output, const std::string& crs);
 
     /// Appends a feature. `positions` are those of the shape, which must not be `Nothing`; the ring

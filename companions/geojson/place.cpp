@@ -26,19 +26,14 @@ std::string readWhole(const std::string& argument) {
     return text;
 }
 
-Destination::Destination(const std::string& argument) {
+Destination::Destination(const std::string& argument) : target_(argument) {
     if (isStandardStream(argument)) {
         return;
     }
     try {
         file_.emplace(argument);
     } catch (const std::system_error& error) {
-        if (error.code() == std::errc::file_exists) {
-            throw std::runtime_error(argument +
-                                     " already exists and is not overwritten: remove it, or choose "
-                                     "another name");
-        }
-        throw;
+        fail(error);
     }
 }
 
@@ -51,11 +46,22 @@ void Destination::write(std::string_view text) {
 }
 
 void Destination::publish() {
-    if (file_) {
-        file_->publish();
-    } else {
-        writeToStandardOutput(text_);
+    if (!file_) {
+        return writeToStandardOutput(text_);
     }
+    try {
+        file_->publish();
+    } catch (const std::system_error& error) {
+        fail(error);
+    }
+}
+
+void Destination::fail(const std::system_error& error) const {
+    if (error.code() == std::errc::file_exists) {
+        throw std::runtime_error(
+            target_ + " already exists and is not overwritten: remove it, or choose another name");
+    }
+    throw error;
 }
 
 } // namespace veldtrim

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace veldtrim {
 
@@ -28,11 +29,15 @@ public:
     /// Appends to the text. Throws std::system_error if the system fails.
     void write(std::string_view text);
 
-    /// Completes the file, or writes the text to standard output. Throws std::system_error if the
+    /// Completes the file, or writes the text to standard output. Throws std::runtime_error, which
+    /// says what to do, if the file has come to exist in the meantime, and std::system_error if the
     /// system fails; a part of the text may then be on standard output.
     void publish();
 
 private:
+    [[noreturn]] void fail(const std::system_error& error) const;
+
+    std::string target_;
     std::optional<NewFile> file_;
     std::string text_; ///< for standard output
 };

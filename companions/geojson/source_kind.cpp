@@ -5,10 +5,14 @@
 
 #include <stdexcept>
 
+#include <boost/filesystem/operations.hpp>
+
 namespace veldtrim {
 
 void refuseOtherKinds(const std::string& source) {
-    if (isStandardStream(source)) {
+    // What is read from a pipe to recognise its content would be missing later.
+    boost::system::error_code error;
+    if (isStandardStream(source) || !boost::filesystem::is_regular_file(source, error)) {
         return;
     }
     const ContentKind kind = contentKind(source);

@@ -2,6 +2,7 @@
 
 #include "platform/new_name.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
@@ -11,6 +12,8 @@
 #include <process.h>
 #include <windows.h>
 #else
+#include <csignal>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,6 +22,10 @@
 namespace veldtrim {
 
 namespace {
+
+/// The path of the latest unfinished file, for the signals that interrupt the process.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): handlers get no argument
+std::atomic<const char*> latestUnfinished = nullptr;
 
 #ifdef _WIN32
 
@@ -37,6 +44,15 @@ bool exists(const std::string& path) {
 }
 int processNumber() {
     return ::getpid();
+}
+
+/// Calls only what a signal handler may call.
+extern "C" void removeUnfinished(int signal) {
+    if (const char* const path = latestUnfinished) {
+        ::unlink(path);
+    }
+    static_cast<void>(::signal(signal, SIG_DFL));
+    static_cast<void>(::raise(signal)); // ends the process when this handler returns
 }
 
 #endif
@@ -66,6 +82,7 @@ NewFile::NewFile(std::string target)
         unfinished_.clear();
         failToCreate(target_, file_.openError());
     }
+    latestUnfinished = unfinished_.c_str();
 }
 
 NewFile::~NewFile() {
@@ -77,6 +94,7 @@ NewFile::~NewFile() {
     } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the file is removed
     }
     static_cast<void>(std::remove(unfinished_.c_str()));
+    forget();
 }
 
 void NewFile::write(std::string_view bytes) {
@@ -89,7 +107,31 @@ void NewFile::publish() {
     if (const std::error_code reason = renameToNewName(unfinished_, target_)) {
         failToCreate(target_, reason);
     }
+    forget();
+}
+
+/// Called when the unfinished file is gone.
+void NewFile::forget() {
+    const char* path = unfinished_.c_str();
+    latestUnfinished.compare_exchange_strong(path, nullptr);
     unfinished_.clear();
 }
+
+#ifdef _WIN32
+
+void removeFileWhenInterrupted() {}
+
+#else
+
+void removeFileWhenInterrupted() {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction current {};
+        if (::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_DFL) {
+            static_cast<void>(::signal(signal, removeUnfinished));
+        }
+    }
+}
+
+#endif
 
 } // namespace veldtrim

@@ -12,7 +12,8 @@ namespace veldtrim {
 /// ".part-" and a number, and is renamed to the target when it is complete.
 ///
 /// The target is never replaced. Until `publish` returns, it does not exist. Destroying an
-/// unpublished object removes the unfinished file; only a process that is killed leaves it behind.
+/// unpublished object removes the unfinished file. A process that a signal ends leaves it behind;
+/// see removeFileWhenInterrupted.
 class NewFile {
 public:
     /// Creates the unfinished file. Throws std::system_error, which names the file and the reason,
@@ -32,9 +33,17 @@ public:
     void publish();
 
 private:
+    void forget();
+
     std::string target_;
     std::string unfinished_; ///< empty when published
     PlatformFile file_;
 };
+
+/// Makes the signals that users and systems end programs with, SIGINT, SIGTERM and SIGHUP, remove
+/// the unfinished file of the latest NewFile before they end the process. Signals that are ignored
+/// or have a handler stay as they are. Does nothing on Windows, which does not remove open files.
+/// For programs that write one file at a time; a library leaves the signals to its program.
+void removeFileWhenInterrupted();
 
 } // namespace veldtrim

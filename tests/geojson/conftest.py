@@ -1,32 +1,10 @@
 """Runs veldtrim-boundary, and reads what it writes by other means than the program."""
 
 import json
-import re
 import subprocess
 from typing import NamedTuple
 
 import pytest
-
-POINT = re.compile(r'<point x="(\S+)" y="(\S+)" segmenttype="0"/>')
-POLYGON = re.compile(r'<polygon id="(-?\d+)">\s*(.*?)</polygon>', re.DOTALL)
-SQUARE = [[0, 0], [4, 0], [4, 4], [0, 4], [0, 0]]
-
-
-def polygon(*rings):
-    return {"type": "Polygon", "coordinates": list(rings or [SQUARE])}
-
-
-def feature(geometry, properties=None, **members):
-    return {"type": "Feature", "properties": properties, "geometry": geometry, **members}
-
-
-def collection(*features, **members):
-    return {"type": "FeatureCollection", "features": list(features), **members}
-
-
-def polygons_of(xml):
-    """The polygons of a boundary file, each an id and its points as texts."""
-    return [(int(number), POINT.findall(points)) for number, points in POLYGON.findall(xml)]
 
 
 class Conversion(NamedTuple):

@@ -3,11 +3,13 @@
 import json
 import os
 import random
+import signal
 import subprocess
 import time
 
 import pytest
-from conftest import SQUARE, collection, feature, polygon, polygons_of
+from harness import boundary_file
+from maps import SQUARE, collection, feature, polygon, polygons_of
 
 HOLE = [[1, 1], [2, 1], [2, 2], [1, 2], [1, 1]]
 GOOD = feature(polygon())
@@ -38,8 +40,9 @@ REFUSED = {
     "null as number": (second(polygon([[0, None], *SQUARE[1:]])), "not those of a Polygon"),
     "object as position": (second(polygon([{}, *SQUARE])), "not those of a Polygon"),
     "real id": (second(polygon(), {"id": 1.5}), "feature 2 has the id 1.5"),
-    "text id": (second(polygon(), {"id": "A-1"}), 'feature 2 has the id "A-1"'),
+    "text id": (second(polygon(), {"id": "1-A"}), 'feature 2 has the id "1-A"'),
     "large id": (second(polygon(), {"id": 2**31}), "feature 2 has the id 2147483648"),
+    "huge id": (second(polygon(), {"id": 2**64 - 1}), "feature 2 has the id 18446744073709551615"),
     "true as id": (second(polygon(), {"id": True}), "feature 2 has the id true"),
     "list as id": (second(polygon(), {"id": [1]}), "feature 2 has the id [...]"),
     "no feature": (collection(GOOD, polygon()), 'element 2 of "features" is not a Feature'),
@@ -48,15 +51,20 @@ REFUSED = {
     "no features": (collection(), "holds no polygon"),
     "no list": ({"type": "FeatureCollection"}, 'no "features"'),
     "no type": ({"features": [GOOD]}, 'no "type"'),
-    "other type": ({"type": "Topology"}, "is a Topology"),
+    "other type": ({"type": "Topo\x1b"}, 'feature 1 has the type "Topo?"'),
+    "geometry twice": (json.dumps(GOOD)[:-1] + ', "geometry": null}', "feature 1 has no geometry"),
+    "coordinates twice": (json.dumps(polygon())[:-1] + ', "coordinates": 0}', "has an empty"),
+    "features twice": (json.dumps(collection(GOOD))[:-1] + ', "features": []}', '"features" twice'),
     "list": ([], "an object in braces"),
     "word": ("null", "an object in braces"),
     "empty": ("", "broken JSON at line 1, column 1"),
     "cut": ('{"type":\n "FeatureCollection",\n  "feat', "broken JSON at line 3, column 8"),
     "wrong word": ('{"type":\n"Polygon","coordinates":[[[nan]]]}', "line 2, column 29"),
     "too much": (json.dumps(polygon()) + "\n}", "broken JSON at line 2, column 1"),
+    "a feature in each line": (2 * (json.dumps(GOOD) + "\n"), "ogr2ogr -f GeoJSON NEWFILE OLDFILE"),
     "too large": (json.dumps(polygon()).replace("4", "1e400", 1), "broken JSON at line 1, column "),
     "not UTF-8": (b'{"type":"\xff"}', "broken JSON at line 1, column 10"),
+    "long text": (b'{"type":"' + bytes(range(97, 117)) * 5000 + b'\xff"}', "column 100010: "),
     "shapefile": (b"\0\0\x27\x0a" + bytes(96), "is a shapefile, not GeoJSON"),
     "GeoPackage": (b"SQLite format 3\0" + bytes(84), "ogr2ogr -f GeoJSON NEWFILE m.json"),
     "gzip": (b"\x1f\x8b" + bytes(20), "gunzip -c < m.json"),
@@ -74,6 +82,7 @@ def test_refused_import(boundary, name):
     made = boundary.convert("import", source)
     assert made.code == 1
     assert sentence in made.said and made.said.count("\n") == 1
+    assert len(made.said) < 400 and made.said.rstrip().isprintable()
 
 
 def test_joined_hole(boundary):
@@ -101,6 +110,8 @@ def test_missing_id_field(boundary):
     ("<project><a/></project>", "b.xml has no element TavelDGM"),
     ('<p><TavelDGM><group type="boundaries"><polygon id="x"/></group></TavelDGM></p>',
      'its polygon number 1 has id="x", which is not an integer'),
+    ('<p><TavelDGM><group type="walls"><polygon id="1"/></group></TavelDGM></p>',
+     "b.xml holds no polygon in a group of type"),
 ])
 def test_refused_export(boundary, source, sentence):
     made = boundary.convert("export", source)
@@ -134,6 +145,28 @@ def test_dangling_link_as_target(boundary, tmp_path):
     assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
 
 
+@pytest.mark.posix
+def test_target_that_appears_meanwhile(boundary, tmp_path):
+    """The source is a pipe, which the program can read only once."""
+    os.mkfifo(tmp_path / "m.json")
+    process = subprocess.Popen([*boundary.command, "import", "m.json", "b.xml"], cwd=tmp_path,
+                               stderr=subprocess.PIPE)
+    with open(tmp_path / "m.json", "w") as pipe:
+        (tmp_path / "b.xml").write_text("old")
+        pipe.write(json.dumps(large(10_000)))
+    said = process.communicate(timeout=60)[1]
+    assert process.returncode == 1 and b"b.xml already exists and is not overwritten" in said
+    assert (tmp_path / "b.xml").read_text() == "old"
+    assert sorted(path.name for path in tmp_path.iterdir()) == ["b.xml", "m.json"]
+
+
+@pytest.mark.posix
+def test_coordinate_system_that_is_no_text(boundary):
+    source, _ = boundary_file(("boundaries", {1: SQUARE}))
+    made = boundary.convert("export", source, "--crs", b"EPSG:\xff")
+    assert made.code == 1 and "coordinate system is not UTF-8" in made.said
+
+
 def large(vertices=300_000):
     ring = [[i % 1000 + 0.125, i] for i in range(vertices)]
     return collection(feature(polygon([*ring, ring[0]])))
@@ -153,27 +186,33 @@ def test_full_disk(boundary, tmp_path):
         assert list(disk.iterdir()) == []
     finally:
         subprocess.run(["umount", disk], check=True)
-    with open("/dev/full", "wb") as full:
-        made = subprocess.run([*boundary.command, "import", tmp_path / "m.json", "-"], stdout=full,
-                              stderr=subprocess.PIPE)
-    assert made.returncode == 1 and b"cannot write to standard output" in made.stderr
+    (tmp_path / "small.json").write_text(json.dumps(GOOD))
+    for name in ("m.json", "small.json"):
+        with open("/dev/full", "wb") as full:
+            made = subprocess.run([*boundary.command, "import", tmp_path / name, "-"], stdout=full,
+                                  stderr=subprocess.PIPE)
+        assert made.returncode == 1 and b"cannot write to standard output" in made.stderr
 
 
 @pytest.mark.posix
 def test_killed(boundary, tmp_path):
-    """At any moment there is no target or the whole one."""
+    """At any moment there is no target or the whole one, and only SIGKILL leaves another file."""
     (tmp_path / "m.json").write_text(json.dumps(large()))
     start = time.monotonic()
     assert boundary.run("import", "m.json", "whole.xml").returncode == 0
     whole, duration = (tmp_path / "whole.xml").read_bytes(), time.monotonic() - start
     assert len(polygons_of(whole.decode())[0][1]) == 300_000
     generator = random.Random(1)
-    for _ in range(25):
+    for number in 25 * [signal.SIGKILL] + 5 * [signal.SIGINT, signal.SIGTERM, signal.SIGHUP]:
         process = subprocess.Popen([*boundary.command, "import", "m.json", "b.xml"], cwd=tmp_path,
                                    stderr=subprocess.DEVNULL)
         time.sleep(generator.uniform(0, duration))
-        process.kill()
-        process.wait()
+        process.send_signal(number)
+        assert process.wait() in (0, -number)
         target = tmp_path / "b.xml"
         assert not target.exists() or target.read_bytes() == whole
         target.unlink(missing_ok=True)
+        left = [path for path in tmp_path.iterdir() if path.name.startswith("b.xml.part-")]
+        assert number == signal.SIGKILL or left == []
+        for path in left:
+            path.unlink()

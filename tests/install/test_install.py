@@ -107,6 +107,14 @@ def test_shared_library_exports_its_interface_alone(prefix):
     assert foreign == []
 
 
+@pytest.mark.skipif("gdal" not in FEATURES, reason="no driver for GDAL was built")
+def test_driver_exports_its_registration_alone(prefix):
+    driver = next(prefix.rglob("ogr_Veldtrim.so"))
+    assert driver.parent.name == "gdalplugins"  # GDAL would look in a deeper folder alone
+    symbols = run("nm", "-D", "--defined-only", driver).split()
+    assert symbols[1:] == ["T", "RegisterOGRVeldtrim"]
+
+
 @pytest.mark.skipif(
     "man" not in FEATURES or not shutil.which("man"), reason="needs man and the manual pages"
 )

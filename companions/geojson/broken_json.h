@@ -1,0 +1,14 @@
+/// Describes where and why a text is no JSON.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace veldtrim {
+
+/// Returns a predicate such as "is broken JSON at line 3, column 7: unexpected end of input". The
+/// parser has read `position` bytes of the text, and `error` is the text of its exception.
+std::string describeBrokenJson(std::string_view text, std::size_t position, std::string_view error);
+
+} // namespace veldtrim
