@@ -60,6 +60,24 @@ Division divisionFor(const Staging& staging, const std::vector<Piece>& tiles,
     return divide(tiles, sizes);
 }
 
+/// Publishes the plan, or compares it with the one that was published before.
+Plan takePlan(const Staging& staging, const Order& order, const ShardSizes& sizes,
+              const std::vector<Piece>& tiles, const std::string& inputDirectory) {
+    const Division division = divisionFor(staging, tiles, sizes);
+    const std::vector<Shard> shards = dealOut(tiles, inputDirectory, division);
+    const Plan plan = makePlan(order, division, shards);
+    if (!hasPlan(staging)) {
+        publishPlan(staging, plan, shards);
+    } else if (!hasPlan(staging, plan, shards)) {
+        throw std::runtime_error(
+            staging.root() +
+            " belongs to another plan: the arguments, the scans or the boundary file were others. "
+            "Give the command of that plan to go on with it, or remove the directory to start "
+            "over");
+    }
+    return plan;
+}
+
 } // namespace
 
 std::optional<PreparedRun> prepareRun(const Order& order, const ShardSizes& sizes) {
@@ -74,19 +92,15 @@ std::optional<PreparedRun> prepareRun(const Order& order, const ShardSizes& size
     }
     const Staging staging = stagingFor(directories->output);
     std::unique_ptr<FileLock> lock = takeStaging(staging);
-    const Division division = divisionFor(staging, tiles, sizes);
-    const std::vector<Shard> shards = dealOut(tiles, directories->input, division);
-    Plan plan = makePlan(order, division, shards);
-    if (!hasPlan(staging)) {
-        publishPlan(staging, plan, shards);
-    } else if (!hasPlan(staging, plan, shards)) {
-        throw std::runtime_error(
-            staging.root() +
-            " belongs to another plan: the arguments, the scans or the boundary file were others. "
-            "Give the command of that plan to go on with it, or remove the directory to start "
-            "over");
+    try {
+        Plan plan = takePlan(staging, order, sizes, tiles, directories->input);
+        return PreparedRun{staging, std::move(plan), std::move(lock)};
+    } catch (...) {
+        if (!hasPlan(staging)) {
+            removeStaging(staging);
+        }
+        throw;
     }
-    return PreparedRun{staging, std::move(plan), std::move(lock)};
 }
 
 std::string outputDirectoryOf(const Order& order) {

@@ -136,6 +136,9 @@ int planRun(const Order& order, const ShardSizes& sizes) {
 
 int mergeRun(const std::string& stagingDirectory, bool keepStaging) {
     const Staging staging(fs::canonical(stagingDirectory).string());
+    if (!hasPlan(staging) && !fs::exists(staging.publishing())) {
+        throw std::runtime_error("no plan in " + staging.root());
+    }
     const std::unique_ptr<FileLock> lock = takeStaging(staging);
     if (finishMerge(staging, outputDirectoryFor(staging))) {
         return 0;
