@@ -7,6 +7,7 @@
 #include "platform/posix/stop_signals.h"
 #include "run/total_file.h"
 #include "tiles/cutting.h"
+#include "tiles/tile_bounds.h"
 
 #include <charconv>
 #include <optional>
@@ -69,7 +70,9 @@ Attempt::~Attempt() {
 ShardReport Attempt::run() {
     ShardReport report;
     fs::create_directory(in(inputFolder));
-    fs::create_symlink(plan_.absolute(plan_.order.boundary), in(boundaryLink));
+    if (plan_.clips) {
+        fs::create_symlink(plan_.absolute(plan_.order.boundary), in(boundaryLink));
+    }
     const fs::path scans(plan_.absolute(plan_.shownInput()));
     for (std::size_t i = 0; i < shard_.size() && !stopRequested(); ++i) {
         const fs::path tile = scans / shard_[i].name;
@@ -85,6 +88,10 @@ ShardReport Attempt::run() {
     if (!report.failure.empty()) {
         return report;
     }
+    measurePieces(report);
+    if (!report.failure.empty() || !plan_.clips) {
+        return report;
+    }
     const int exitCode = runProgram(report);
     if (!report.failure.empty()) {
         return report;
@@ -97,6 +104,18 @@ ShardReport Attempt::run() {
         readResults(report);
     }
     return report;
+}
+
+void Attempt::measurePieces(ShardReport& report) {
+    for (std::size_t i = 0; i < shard_.size(); ++i) {
+        if (stopRequested()) {
+            report.failure = "interrupted";
+            return;
+        }
+        if (shard_[i].isMeasured) {
+            report.bounds.emplace_back(i, measureTile(in(inputFolder) + '/' + pieceFile(i)));
+        }
+    }
 }
 
 void Attempt::copyPart(std::size_t index, const std::string& source, ShardReport& report) {

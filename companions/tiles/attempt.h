@@ -24,9 +24,10 @@ public:
     Attempt& operator=(const Attempt&) = delete;
     ~Attempt();
 
-    /// Links the tiles, copies the parts of tiles to the temporary directory of this machine, runs
-    /// Veldtrim and judges what it said and left. Returns the report, which says why if the attempt
-    /// failed. Throws std::system_error or what the file system throws if the system fails.
+    /// Links the tiles, copies the parts of tiles to the temporary directory of this machine, finds
+    /// the bounds that the tile index needs, runs Veldtrim unless only these are wanted, and judges
+    /// what it said and left. Returns the report, which says why if the attempt failed. Throws
+    /// std::system_error or what the file system throws if the system fails.
     ShardReport run();
 
     /// Publishes the output files and the report with one rename. Returns false if another attempt
@@ -39,7 +40,7 @@ public:
     void leaveFailure(const ShardReport& report);
 
 private:
-    void linkPieces();
+    void measurePieces(ShardReport& report);
     void copyPart(std::size_t index, const std::string& source, ShardReport& report);
 
     /// Runs Veldtrim. Returns its exit code, or sets the failure if it was ended or is to end.

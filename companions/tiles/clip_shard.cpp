@@ -9,13 +9,9 @@
 #include <string>
 #include <thread>
 
-#include <boost/filesystem/operations.hpp>
-
 namespace veldtrim {
 
 namespace {
-
-namespace fs = boost::filesystem;
 
 constexpr int mostAttempts = 3;
 constexpr std::chrono::milliseconds firstPause{200};

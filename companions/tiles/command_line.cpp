@@ -37,6 +37,9 @@ void describeOrder(CLI::App& app, Arguments& arguments) {
                    "output directory name, beside the input directory")
         ->required();
     app.add_option("boundary", arguments.order.boundary, "boundary file path")->required();
+    app.add_option("--tile-index", arguments.options.tileIndex,
+                   "tile index; tiles that it shows to be outside are not read, and it is brought "
+                   "up to date");
     CLI::Option* const count =
         app.add_option("--shards", arguments.options.sizes.shards, "number of shards")
             ->check(CLI::PositiveNumber);
@@ -47,11 +50,15 @@ void describeOrder(CLI::App& app, Arguments& arguments) {
         ->excludes(count);
 }
 
+void describeJobs(CLI::App& app, Arguments& arguments) {
+    app.add_option("--jobs", arguments.options.sizes.jobs,
+                   "how many shards are done at once (default: one for each processor)")
+        ->check(CLI::PositiveNumber);
+}
+
 void describeRun(CLI::App& app, Arguments& arguments) {
     describeOrder(app, arguments);
-    app.add_option("--jobs", arguments.options.sizes.jobs,
-                   "how many shards are clipped at once (default: one for each processor)")
-        ->check(CLI::PositiveNumber);
+    describeJobs(app, arguments);
     app.add_flag("--keep-staging", arguments.options.keepStaging,
                  "keep the staging directory after the run");
     app.add_flag("--pipe", arguments.pipe, "messages for a host program, as -pipe of Veldtrim");
@@ -97,8 +104,20 @@ int plan(CLI::App& app, const std::vector<std::string>& words, Arguments& argume
                     "clips. Prints their number.");
     describeOrder(app, arguments);
     int exitCode = done;
-    return parse(app, words, exitCode) ? planRun(arguments.order, arguments.options.sizes)
-                                       : exitCode;
+    return parse(app, words, exitCode) ? planRun(arguments.order, arguments.options) : exitCode;
+}
+
+int index(CLI::App& app, const std::vector<std::string>& words, Arguments& arguments) {
+    app.description("Makes a GeoJSON file with the bounds of all tiles, or brings it up to date.");
+    app.add_option("scans", arguments.order.scans, "directory of the tiles")->required();
+    app.add_option("tile-index", arguments.options.tileIndex, "tile index")->required();
+    describeJobs(app, arguments);
+    int exitCode = done;
+    if (!parse(app, words, exitCode)) {
+        return exitCode;
+    }
+    MessageSender::Instance(false);
+    return indexTiles(arguments.order.scans, arguments.options);
 }
 
 int clip(CLI::App& app, const std::vector<std::string>& words, Arguments& arguments) {
@@ -143,8 +162,10 @@ int tilesCommand(int argc, char** argv) {
     Step step = run;
     std::string name = "veldtrim-tiles";
     // Only the first word can name a step: any other can be a directory of that name.
-    for (const auto& [word, function] :
-         {std::pair<std::string_view, Step>("plan", plan), {"clip", clip}, {"merge", merge}}) {
+    for (const auto& [word, function] : {std::pair<std::string_view, Step>("plan", plan),
+                                         {"clip", clip},
+                                         {"merge", merge},
+                                         {"index", index}}) {
         if (!words.empty() && words.front() == word) {
             step = function;
             name.append(" ").append(word);

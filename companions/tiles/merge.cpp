@@ -5,9 +5,13 @@
 #include "platform/posix/file_state.h"
 #include "platform/posix/stop_signals.h"
 #include "run/total_file.h"
+#include "status/report_state.h"
 #include "tiles/attempt.h"
 #include "tiles/joining.h"
+#include "tiles/planning.h"
+#include "tiles/tile_index.h"
 
+#include <exception>
 #include <stdexcept>
 #include <system_error>
 
@@ -85,6 +89,24 @@ void publish(const Staging& staging, const Plan& plan, std::int64_t total) {
     }
 }
 
+/// Adds what the shard found to what is known of its tiles.
+void collectBounds(const Shard& shard, const ShardReport& report, TileIndex& known) {
+    for (const auto& [piece, content] : report.bounds) {
+        const Piece& tile = shard.at(piece);
+        const auto [place, isNew] = known.try_emplace(tile.name);
+        if (isNew) {
+            place->second = {tile.size, tile.modified, content};
+        } else {
+            place->second.content.add(content);
+        }
+    }
+}
+
+void updateIndexOf(const Plan& plan, const TileIndex& known) {
+    const std::string input = plan.absolute(plan.shownInput());
+    updateIndex(plan.absolute(plan.tileIndex), plan.shownInput(), listTiles(input), known);
+}
+
 } // namespace
 
 ShardReport loadDone(const Staging& staging, std::size_t number) {
@@ -100,7 +122,9 @@ ShardReport loadDone(const Staging& staging, std::size_t number) {
 
 MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStaging) {
     MergeResult result;
+    result.hadInput = plan.leftOut > 0;
     std::int64_t total = 0;
+    TileIndex known;
     PartsOfTiles parts;
     fs::create_directory(staging.merged());
     fs::create_directory(staging.joining());
@@ -111,11 +135,20 @@ MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStagi
         const ShardReport report = loadDone(staging, number);
         result.hadInput |= report.hadInput;
         total += report.total;
-        moveTiles(staging, number, loadShard(staging, number), report, parts);
+        const Shard shard = loadShard(staging, number);
+        moveTiles(staging, number, shard, report, parts);
+        collectBounds(shard, report, known);
     }
     if (result.hadInput) {
         joinTiles(staging, plan, parts);
         publish(staging, plan, total);
+    }
+    if (!known.empty()) {
+        try {
+            updateIndexOf(plan, known);
+        } catch (const std::exception& error) {
+            reportState(error.what()); // the next run reads these tiles again
+        }
     }
     if (keepStaging && result.hadInput) {
         fs::remove(staging.publishing()); // there is nothing left to finish
@@ -123,6 +156,15 @@ MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStagi
         removeStaging(staging);
     }
     return result;
+}
+
+void mergeIndex(const Staging& staging, const Plan& plan) {
+    TileIndex known;
+    for (std::size_t number = 1; number <= plan.shardCount(); ++number) {
+        collectBounds(loadShard(staging, number), loadDone(staging, number), known);
+    }
+    updateIndexOf(plan, known);
+    removeStaging(staging);
 }
 
 bool finishMerge(const Staging& staging, const std::string& outputDirectory) {

@@ -3,6 +3,7 @@
 
 #include "tiles/shard_report.h"
 #include "tiles/staging.h"
+#include "tiles/tile_index.h"
 
 #include <cstddef>
 #include <functional>
@@ -28,6 +29,10 @@ ShardReport loadDone(const Staging& staging, std::size_t number);
 /// taken back, if the output directory exists, or if a signal asked to stop; and std::length_error
 /// if a tile has more records than one run can count.
 MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStaging);
+
+/// Brings the tile index of the plan up to date from what the shards found, and removes the staging
+/// directory. Throws what loadDone and updateIndex throw.
+void mergeIndex(const Staging& staging, const Plan& plan);
 
 /// Whether a merge that was interrupted has published the output directory. If so, removes the
 /// staging directory, whose lock the caller must have.

@@ -36,6 +36,9 @@ Json pieceJson(const Piece& piece) {
     if (!piece.isReadable) {
         json["readable"] = false;
     }
+    if (piece.isMeasured) {
+        json["measured"] = true;
+    }
     if (piece.isPart()) {
         json["begin"] = piece.begin;
         json["end"] = piece.end;
@@ -49,6 +52,7 @@ Piece pieceFrom(const Json& json) {
     piece.size = json.at("size").get<std::int64_t>();
     piece.modified = json.at("modified").get<std::int64_t>();
     piece.isReadable = json.value("readable", true);
+    piece.isMeasured = json.value("measured", false);
     piece.begin = json.value("begin", std::int64_t{0});
     piece.end = json.value("end", std::int64_t{0});
     return piece;
@@ -73,6 +77,9 @@ std::string planText(const Plan& plan) {
                     {"scans", encodeName(plan.order.scans)},
                     {"output", encodeName(plan.order.output)},
                     {"boundary", encodeName(plan.order.boundary)},
+                    {"tileIndex", encodeName(plan.tileIndex)},
+                    {"clips", plan.clips},
+                    {"leftOut", plan.leftOut},
                     {"directory", encodeName(plan.directory)},
                     {"boundarySize", plan.boundarySize},
                     {"boundaryModified", plan.boundaryModified},
@@ -92,6 +99,9 @@ Plan readPlan(std::string_view text) {
         };
         Plan plan;
         plan.order = {name("scans"), name("output"), name("boundary")};
+        plan.tileIndex = name("tileIndex");
+        plan.clips = json.at("clips").get<bool>();
+        plan.leftOut = json.at("leftOut").get<std::int64_t>();
         plan.directory = name("directory");
         plan.boundarySize = json.at("boundarySize").get<std::int64_t>();
         plan.boundaryModified = json.at("boundaryModified").get<std::int64_t>();

@@ -21,6 +21,7 @@ struct Piece {
     std::int64_t size = 0;     ///< of the tile, in bytes
     std::int64_t modified = 0; ///< when the tile was changed, in nanoseconds since 1970
     bool isReadable = true;    ///< whether the tile could be read when the plan was made
+    bool isMeasured = false;   ///< whether its bounds are to be found for the tile index
 
     /// The bytes of a part, whose first is not part of the header line unless it is byte 0. A whole
     /// tile has `end` 0, and so has a part that ends where the tile ends.
@@ -39,7 +40,10 @@ using Shard = std::vector<Piece>;
 /// What all shards have in common.
 struct Plan {
     Order order;
-    std::string directory; ///< the directory from which relative paths of the order lead
+    std::string tileIndex; ///< path of the tile index; empty if there is none
+    bool clips = true;     ///< false if the tile index is all that is made; it is the output then
+    std::int64_t leftOut = 0; ///< how many input files need not be read
+    std::string directory;    ///< the directory from which relative paths of the order lead
     std::int64_t boundarySize = 0;
     std::int64_t boundaryModified = 0;
     std::int64_t shardSize = 0;           ///< the most bytes of a piece

@@ -3,6 +3,7 @@
 #include "boundary/model/boundary_model.h"
 #include "platform/posix/file_state.h"
 #include "run/workspace_checks.h"
+#include "tiles/tile_index.h"
 
 #include <stdexcept>
 #include <utility>
@@ -17,10 +18,9 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-/// Makes the checks of a run that precede any change on disk.
-std::optional<RunDirectories> check(const Order& order) {
+/// Makes the checks of a run that precede any change on disk, and fills the model.
+std::optional<RunDirectories> check(const Order& order, BoundaryModel& model) {
     const auto [workspace, input] = splitInputPath(order.scans);
-    BoundaryModel model;
     std::optional<RunDirectories> directories =
         checkWorkspace(model, workspace, input, order.output, order.boundary);
     if (directories && fs::exists(fs::symlink_status(directories->output))) {
@@ -31,11 +31,10 @@ std::optional<RunDirectories> check(const Order& order) {
     return directories;
 }
 
-Plan makePlan(const Order& order, Division division, const std::vector<Shard>& shards) {
-    Plan plan;
-    plan.order = order;
+/// Completes the plan with what depends on its shards and on the place of the command.
+void completePlan(Plan& plan, Division division, const std::vector<Shard>& shards) {
     plan.directory = fs::current_path().string();
-    const FileState boundary = fileState(order.boundary);
+    const FileState boundary = plan.clips ? fileState(plan.order.boundary) : FileState();
     plan.boundarySize = boundary.size;
     plan.boundaryModified = boundary.modified;
     plan.shardSize = division.size;
@@ -46,7 +45,6 @@ Plan makePlan(const Order& order, Division division, const std::vector<Shard>& s
         }
         plan.shardBytes.push_back(bytes);
     }
-    return plan;
 }
 
 /// Returns how the run is divided; as in the plan that is there, unless the user wants it
@@ -60,47 +58,84 @@ Division divisionFor(const Staging& staging, const std::vector<Piece>& tiles,
     return divide(tiles, sizes);
 }
 
-/// Publishes the plan, or compares it with the one that was published before.
-Plan takePlan(const Staging& staging, const Order& order, const ShardSizes& sizes,
+/// Publishes the plan, or compares it with the one that was published before. Returns false if that
+/// is another one.
+bool takePlan(const Staging& staging, Plan& plan, const ShardSizes& sizes,
               const std::vector<Piece>& tiles, const std::string& inputDirectory) {
     const Division division = divisionFor(staging, tiles, sizes);
     const std::vector<Shard> shards = dealOut(tiles, inputDirectory, division);
-    const Plan plan = makePlan(order, division, shards);
-    if (!hasPlan(staging)) {
-        publishPlan(staging, plan, shards);
-    } else if (!hasPlan(staging, plan, shards)) {
-        throw std::runtime_error(
-            staging.root() +
-            " belongs to another plan: the arguments, the scans or the boundary file were others. "
-            "Give the command of that plan to go on with it, or remove the directory to start "
-            "over");
+    completePlan(plan, division, shards);
+    if (hasPlan(staging)) {
+        return hasPlan(staging, plan, shards);
     }
-    return plan;
+    publishPlan(staging, plan, shards);
+    return true;
 }
 
 } // namespace
 
-std::optional<PreparedRun> prepareRun(const Order& order, const ShardSizes& sizes) {
-    const std::optional<RunDirectories> directories = check(order);
+std::optional<PreparedRun> prepareRun(const Order& order, const std::string& tileIndex,
+                                      const ShardSizes& sizes) {
+    Plan plan;
+    plan.order = order;
+    plan.tileIndex = tileIndex;
+    BoundaryModel model;
+    const std::optional<RunDirectories> directories = check(order, model);
     if (!directories) {
         return {};
     }
-    const std::vector<Piece> tiles = listTiles(directories->input);
+    std::vector<Piece> tiles = listTiles(directories->input);
     if (tiles.empty()) {
         reportNoInputFiles();
         return {};
     }
+    if (!tileIndex.empty()) {
+        const TileIndex index = readIndex(tileIndex);
+        plan.leftOut = leaveOut(tiles, index, model);
+        markUnknown(tiles, index);
+    }
     const Staging staging = stagingFor(directories->output);
     std::unique_ptr<FileLock> lock = takeStaging(staging);
     try {
-        Plan plan = takePlan(staging, order, sizes, tiles, directories->input);
-        return PreparedRun{staging, std::move(plan), std::move(lock)};
+        if (!takePlan(staging, plan, sizes, tiles, directories->input)) {
+            throw std::runtime_error(staging.root() +
+                                     " belongs to another plan: the arguments, the scans or the "
+                                     "boundary file were others. Give the command of that plan to "
+                                     "go on with it, or remove the directory to start over");
+        }
     } catch (...) {
         if (!hasPlan(staging)) {
             removeStaging(staging);
         }
         throw;
     }
+    return PreparedRun{staging, std::move(plan), std::move(lock)};
+}
+
+PreparedRun prepareIndex(const std::string& scans, const std::string& tileIndex,
+                         const ShardSizes& sizes) {
+    if (!fs::is_directory(scans)) {
+        throw std::runtime_error("Input directory does not exist");
+    }
+    Plan plan;
+    plan.order.scans = scans;
+    plan.tileIndex = tileIndex;
+    plan.clips = false;
+    std::vector<Piece> tiles = listTiles(scans);
+    markUnknown(tiles, readIndex(tileIndex));
+    std::erase_if(tiles, [](const Piece& tile) { return !tile.isMeasured; });
+
+    const Staging staging = stagingFor(tileIndex);
+    std::unique_ptr<FileLock> lock = takeStaging(staging);
+    Plan complete = plan;
+    if (!takePlan(staging, complete, sizes, tiles, scans)) {
+        // The tiles have changed since. Nothing is lost: what is not in the index is read again.
+        removeStaging(staging);
+        lock = takeStaging(staging);
+        complete = plan;
+        takePlan(staging, complete, sizes, tiles, scans);
+    }
+    return PreparedRun{staging, std::move(complete), std::move(lock)};
 }
 
 std::string outputDirectoryOf(const Order& order) {

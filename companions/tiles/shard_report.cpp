@@ -59,6 +59,27 @@ bool isUsualSkip(const std::string& text, const Shard& shard) {
             !shard[path->piece].isReadable);
 }
 
+Json boundsJson(std::size_t piece, const TileBounds& tile) {
+    Json json{piece, tile.isInput, tile.records};
+    if (!tile.bounds.isEmpty()) {
+        const BoundingBox& box = tile.bounds;
+        json.insert(json.end(), {box.xMin, box.yMin, box.xMax, box.yMax});
+    }
+    return json;
+}
+
+std::pair<std::size_t, TileBounds> boundsFrom(const Json& json) {
+    constexpr std::size_t sizeWithBox = 7;
+    TileBounds tile;
+    tile.isInput = json.at(1).get<bool>();
+    tile.records = json.at(2).get<std::int64_t>();
+    if (json.size() == sizeWithBox) {
+        tile.bounds = {json.at(3).get<double>(), json.at(4).get<double>(), json.at(5).get<double>(),
+                       json.at(6).get<double>()};
+    }
+    return {json.at(0).get<std::size_t>(), tile};
+}
+
 } // namespace
 
 std::string pieceFile(std::size_t piece) {
@@ -132,9 +153,13 @@ std::string reportText(const ShardReport& report) {
               {"failure", report.failure},
               {"partRecords", report.partRecords},
               {"files", Json::array()},
+              {"bounds", Json::array()},
               {"messages", Json::array()}};
     for (const ClippedPiece& file : report.files) {
         json["files"].push_back({file.piece, file.size});
+    }
+    for (const auto& [piece, tile] : report.bounds) {
+        json["bounds"].push_back(boundsJson(piece, tile));
     }
     for (const RunMessage& message : report.messages) {
         json["messages"].push_back({message.kind, message.code, message.text});
@@ -153,6 +178,9 @@ bool readReport(std::string_view text, ShardReport& report) {
         report.partRecords = json.at("partRecords").get<decltype(report.partRecords)>();
         for (const Json& file : json.at("files")) {
             report.files.push_back({file.at(0).get<std::size_t>(), file.at(1).get<std::int64_t>()});
+        }
+        for (const Json& tile : json.at("bounds")) {
+            report.bounds.push_back(boundsFrom(tile));
         }
         for (const Json& message : json.at("messages")) {
             report.messages.push_back({message.at(0).get<std::string>(), message.at(1).get<int>(),

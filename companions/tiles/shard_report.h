@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tiles/plan.h"
+#include "tiles/tile_bounds.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +42,9 @@ struct ShardReport {
 
     /// For the parts of tiles: how many records each contains, by its index in the shard.
     std::vector<std::pair<std::size_t, std::int64_t>> partRecords;
+
+    /// For the tile index: what is known of pieces, by their indices in the shard.
+    std::vector<std::pair<std::size_t, TileBounds>> bounds;
 
     /// What else the run said, in its own words: for the user, except for its paths.
     std::vector<RunMessage> messages;

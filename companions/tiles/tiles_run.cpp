@@ -113,7 +113,7 @@ int runInShards(const Order& order, const TilesOptions& options) {
         reportEndOfProgress();
         return 0;
     }
-    const std::optional<PreparedRun> run = prepareRun(order, options.sizes);
+    const std::optional<PreparedRun> run = prepareRun(order, options.tileIndex, options.sizes);
     if (!run) {
         return 1;
     }
@@ -125,8 +125,19 @@ int runInShards(const Order& order, const TilesOptions& options) {
     return mergeAndReport(run->staging, run->plan, options.keepStaging);
 }
 
-int planRun(const Order& order, const ShardSizes& sizes) {
-    const std::optional<PreparedRun> run = prepareRun(order, sizes);
+int indexTiles(const std::string& scans, const TilesOptions& options) {
+    const PreparedRun run = prepareIndex(scans, options.tileIndex, options.sizes);
+    ShardWatch shards(run.staging, run.plan);
+    shards.update();
+    if (!clipShards(run.staging, shards, options.sizes.jobs)) {
+        return 1;
+    }
+    mergeIndex(run.staging, run.plan);
+    return 0;
+}
+
+int planRun(const Order& order, const TilesOptions& options) {
+    const std::optional<PreparedRun> run = prepareRun(order, options.tileIndex, options.sizes);
     if (!run) {
         return 1;
     }

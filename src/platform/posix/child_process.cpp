@@ -84,6 +84,7 @@ std::string ChildEnd::text() const {
 ChildProcess::ChildProcess(const ChildCommand& command) : ownGroup_(command.ownGroup) {
     std::vector<std::string> copies = command.words;
     std::vector<char*> words;
+    words.reserve(copies.size() + 1);
     for (std::string& word : copies) {
         words.push_back(word.data());
     }

@@ -7,8 +7,7 @@ namespace veldtrim {
 
 namespace {
 
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a handler reaches nothing
-// else
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): handlers get no argument
 volatile std::sig_atomic_t arrived = 0;
 
 void note(int /*signal*/) {
