@@ -24,7 +24,7 @@ namespace fs = boost::filesystem;
 namespace {
 
 constexpr const char* log = "log";
-constexpr const char* messagesFile = "messages";
+constexpr const char* scansLink = "scans";
 
 /// Returns the path of Veldtrim: beside this program, or where the system finds it.
 std::string clippingProgram() {
@@ -69,22 +69,7 @@ Attempt::~Attempt() {
 
 ShardReport Attempt::run() {
     ShardReport report;
-    fs::create_directory(in(inputFolder));
-    if (plan_.clips) {
-        fs::create_symlink(plan_.absolute(plan_.order.boundary), in(boundaryLink));
-    }
-    const fs::path scans(plan_.absolute(plan_.shownInput()));
-    for (std::size_t i = 0; i < shard_.size() && !stopRequested(); ++i) {
-        const fs::path tile = scans / shard_[i].name;
-        if (shard_[i].isPart()) {
-            copyPart(i, tile.string(), report);
-        } else {
-            fs::create_symlink(tile, fs::path(in(inputFolder)) / pieceFile(i));
-        }
-    }
-    if (stopRequested()) {
-        report.failure = "interrupted";
-    }
+    presentPieces(report);
     if (!report.failure.empty()) {
         return report;
     }
@@ -96,7 +81,7 @@ ShardReport Attempt::run() {
     if (!report.failure.empty()) {
         return report;
     }
-    judge(readRunMessages(readWhole(in(messagesFile))), shard_, report);
+    judge(readRunMessages(readWhole(messages_.path())), shard_, report);
     if (report.failure.empty() && report.hadInput && exitCode != 0) {
         report.failure = "Veldtrim ended with exit code " + std::to_string(exitCode);
     }
@@ -106,6 +91,28 @@ ShardReport Attempt::run() {
     return report;
 }
 
+void Attempt::presentPieces(ShardReport& report) {
+    fs::create_directory(in(inputFolder));
+    if (plan_.clips) {
+        fs::create_symlink(plan_.absolute(plan_.order.boundary), in(boundaryLink));
+    }
+    // Through this link the links to tiles are short. Many file systems then need no block for
+    // them.
+    fs::create_symlink(plan_.absolute(plan_.shownInput()), in(scansLink));
+    for (std::size_t i = 0; i < shard_.size(); ++i) {
+        if (stopRequested()) {
+            report.failure = "interrupted";
+            return;
+        }
+        if (shard_[i].isPart()) {
+            copyPart(i, report);
+        } else if (plan_.clips) {
+            fs::create_symlink(fs::path("..") / scansLink / shard_[i].name,
+                               fs::path(in(inputFolder)) / pieceFile(i));
+        }
+    }
+}
+
 void Attempt::measurePieces(ShardReport& report) {
     for (std::size_t i = 0; i < shard_.size(); ++i) {
         if (stopRequested()) {
@@ -113,18 +120,24 @@ void Attempt::measurePieces(ShardReport& report) {
             return;
         }
         if (shard_[i].isMeasured) {
-            report.bounds.emplace_back(i, measureTile(in(inputFolder) + '/' + pieceFile(i)));
+            report.bounds.emplace_back(i, measureTile(pathOf(i)));
         }
     }
 }
 
-void Attempt::copyPart(std::size_t index, const std::string& source, ShardReport& report) {
+std::string Attempt::pathOf(std::size_t piece) const {
+    return shard_[piece].isPart() ? copies_ + '/' + pieceFile(piece)
+                                  : (fs::path(in(scansLink)) / shard_[piece].name).string();
+}
+
+void Attempt::copyPart(std::size_t index, ShardReport& report) {
     if (copies_.empty()) {
         copies_ = newDirectory(fs::absolute(fs::temp_directory_path()) / "veldtrim-tiles");
     }
     const Piece& piece = shard_[index];
-    const fs::path copy = fs::path(copies_) / pieceFile(index);
-    const std::int64_t records = veldtrim::copyPart(source, piece.begin, piece.end, copy.string());
+    const std::string source = (fs::path(in(scansLink)) / piece.name).string();
+    const std::string copy = pathOf(index);
+    const std::int64_t records = veldtrim::copyPart(source, piece.begin, piece.end, copy);
     // After the copy: what was read is then what the plan is about.
     const FileState state = fileState(source);
     if (state.size != piece.size || state.modified != piece.modified) {
@@ -142,7 +155,7 @@ int Attempt::runProgram(ShardReport& report) {
                      "./" + std::string(boundaryLink), "-pipe"};
     command.directory = directory_;
     command.output = log;
-    command.errors = messagesFile;
+    command.errors = messages_.path();
     ChildProcess program(command);
     constexpr int patience = 200; // milliseconds until a signal that was just missed is noticed
     for (;;) {
@@ -190,7 +203,7 @@ void Attempt::leaveFailure(const ShardReport& report) {
     fs::remove_all(in(outputFolder)); // the disk may be full
     if (fs::exists(in(log))) {
         // What the run said belongs with it.
-        writeWhole(in(log), readWhole(in(log)) + readWhole(in(messagesFile)));
+        writeWhole(in(log), readWhole(in(log)) + readWhole(messages_.path()));
         fs::rename(in(log), staging_.failureLog(number_));
     }
     writeWhole(in(reportFile), reportText(report));

@@ -1,6 +1,7 @@
 /// One attempt to clip a shard.
 #pragma once
 
+#include "platform/posix/memory_file.h"
 #include "tiles/plan.h"
 #include "tiles/shard_report.h"
 #include "tiles/staging.h"
@@ -40,8 +41,12 @@ public:
     void leaveFailure(const ShardReport& report);
 
 private:
+    void presentPieces(ShardReport& report);
     void measurePieces(ShardReport& report);
-    void copyPart(std::size_t index, const std::string& source, ShardReport& report);
+    void copyPart(std::size_t index, ShardReport& report);
+
+    /// Returns where to read a piece.
+    [[nodiscard]] std::string pathOf(std::size_t piece) const;
 
     /// Runs Veldtrim. Returns its exit code, or sets the failure if it was ended or is to end.
     int runProgram(ShardReport& report);
@@ -55,7 +60,8 @@ private:
     std::size_t number_;
     const Shard& shard_;
     std::string directory_;
-    std::string copies_; ///< directory of the copied parts; empty if there are none
+    MemoryFile messages_; ///< of Veldtrim; on a full disk they would be lost
+    std::string copies_;  ///< directory of the copied parts; empty if there are none
 };
 
 } // namespace veldtrim

@@ -15,6 +15,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include <boost/filesystem/exception.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
 
@@ -152,8 +153,12 @@ MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStagi
     }
     if (keepStaging && result.hadInput) {
         fs::remove(staging.publishing()); // there is nothing left to finish
-    } else {
+        return result;
+    }
+    try {
         removeStaging(staging);
+    } catch (const fs::filesystem_error& error) {
+        reportState(error.what()); // on NFS, for example, while a late attempt has a file open
     }
     return result;
 }

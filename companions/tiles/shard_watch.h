@@ -25,7 +25,7 @@ public:
     [[nodiscard]] std::vector<std::size_t> pending() const;
 
     /// Tells why shards failed, and where more about it is found. Returns how many did.
-    std::size_t tellFailures() const;
+    [[nodiscard]] std::size_t tellFailures() const;
 
 private:
     void tell(std::size_t number);
