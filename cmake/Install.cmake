@@ -1,5 +1,5 @@
 # Installation, by component: Runtime (the program), Inspect (veldtrim-inspect), Boundary
-# (veldtrim-boundary), Gdal (the driver for GDAL), Library (the shared XML library), Development
+# (veldtrim-boundary), Tiles (veldtrim-tiles), Gdal (the driver for GDAL), Library (the shared XML library), Development
 # (headers, link libraries, package files).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -54,6 +54,10 @@ endif()
 
 if(TARGET veldtrim-boundary)
   install(TARGETS veldtrim-boundary DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Boundary)
+endif()
+
+if(TARGET veldtrim-tiles)
+  install(TARGETS veldtrim-tiles DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tiles)
 endif()
 
 # GDAL looks for plug-ins beside its library, which on Debian is in a folder of the architecture. It

@@ -75,5 +75,13 @@ if(TARGET ogr_Veldtrim)
     "Boundary files of Veldtrim in GDAL and QGIS"
     "A driver with which the programs of GDAL and QGIS open boundary files of\nVeldtrim, and with which ogr2ogr writes them.")
 endif()
+if(TARGET veldtrim-tiles)
+  list(APPEND CPACK_COMPONENTS_ALL Tiles)
+  veldtrim_describe_package(Tiles veldtrim-tiles science
+    "Clip elevation points with all processors"
+    "Does what a run of Veldtrim does in several processes, with the same result:\ndirectly with GNU parallel, or in steps that a cluster distributes.")
+  set(CPACK_DEBIAN_TILES_PACKAGE_DEPENDS "veldtrim (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
+  set(CPACK_DEBIAN_TILES_PACKAGE_RECOMMENDS parallel)
+endif()
 
 include(CPack)

@@ -15,6 +15,7 @@ OPTIONS = {
     "emulator": ("", "command that runs the program where the system cannot"),
     "inspector": (None, "veldtrim-inspect, compared with every run where it is named"),
     "boundary": (None, "veldtrim-boundary, for its own tests"),
+    "tiles": (None, "veldtrim-tiles, for its own tests"),
     "eol": ("lf", "the line end of the program's platform, lf or crlf; crlf stands for Windows"),
 }
 

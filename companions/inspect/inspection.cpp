@@ -9,8 +9,8 @@
 #include "inspect/hints.h"
 #include "inspect/polygon_finder.h"
 #include "inspect/ring_check.h"
-#include "run/clip_workspace.h"
 #include "run/input_files.h"
+#include "run/total_file.h"
 #include "status/report_state.h"
 
 #include <pulsenote.h>

@@ -16,10 +16,12 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{256} << 10;
 
-/// Counts line feeds in an array of one-byte counters, so that compilers can vectorise the loop.
+} // namespace
+
 std::int64_t countLineFeeds(const char* at, std::size_t size) {
     constexpr std::size_t lanes = 64;
     constexpr std::size_t most = std::numeric_limits<std::uint8_t>::max();
+    // In an array of one-byte counters, so that compilers can vectorise the loop.
     std::int64_t total = 0;
     while (size >= lanes) {
         const std::size_t rows = std::min(size / lanes, most);
@@ -36,7 +38,12 @@ std::int64_t countLineFeeds(const char* at, std::size_t size) {
     return total + std::count(at, at + size, '\n');
 }
 
-} // namespace
+std::int32_t toRecordCount(std::int64_t records, const std::string& path) {
+    if (records > std::numeric_limits<std::int32_t>::max()) {
+        throw std::length_error("too many records in " + path + ": " + std::to_string(records));
+    }
+    return static_cast<std::int32_t>(records);
+}
 
 std::int32_t countRecords(std::string path, std::error_code& openError) {
     PlatformFile file = PlatformFile::openForReading(path);
@@ -46,11 +53,7 @@ std::int32_t countRecords(std::string path, std::error_code& openError) {
     while (const std::size_t got = file.read(block.data(), block.size())) {
         lineFeeds += countLineFeeds(block.data(), got);
     }
-    const std::int64_t records = lineFeeds - 1;
-    if (records > std::numeric_limits<std::int32_t>::max()) {
-        throw std::length_error("too many records in " + path + ": " + std::to_string(records));
-    }
-    return static_cast<std::int32_t>(records);
+    return toRecordCount(lineFeeds - 1, path);
 }
 
 std::int32_t countRecords(std::string path) {

@@ -1,6 +1,7 @@
 /// Counts the records of elevation point files.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <system_error>
@@ -17,5 +18,12 @@ std::int32_t countRecords(std::string path);
 
 /// The same. Sets `openError` to the reason why the file could not be opened, or clears it.
 std::int32_t countRecords(std::string path, std::error_code& openError);
+
+/// Returns the number of line feeds among `size` bytes.
+std::int64_t countLineFeeds(const char* at, std::size_t size);
+
+/// Returns the number of records of the file at `path` in the form in which a run counts them.
+/// Throws std::length_error, which names the file, if it does not fit.
+std::int32_t toRecordCount(std::int64_t records, const std::string& path);
 
 } // namespace veldtrim

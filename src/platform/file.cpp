@@ -39,8 +39,11 @@ auto systemRead(int descriptor, char* to, std::size_t size) {
 auto systemWrite(int descriptor, const char* from, std::size_t size) {
     return ::_write(descriptor, from, static_cast<unsigned>(size));
 }
-void systemTruncate(int descriptor, std::int64_t size) {
-    static_cast<void>(::_chsize_s(descriptor, size));
+int systemTruncate(int descriptor, std::int64_t size) {
+    return ::_chsize_s(descriptor, size) == 0 ? 0 : -1;
+}
+std::int64_t systemSeek(int descriptor, std::int64_t offset) {
+    return ::_lseeki64(descriptor, offset, SEEK_SET);
 }
 int systemSynchronize(int descriptor) {
     return ::_commit(descriptor);
@@ -66,8 +69,11 @@ auto systemRead(int descriptor, char* to, std::size_t size) {
 auto systemWrite(int descriptor, const char* from, std::size_t size) {
     return ::write(descriptor, from, size);
 }
-void systemTruncate(int descriptor, std::int64_t size) {
-    static_cast<void>(::ftruncate(descriptor, size) == 0);
+int systemTruncate(int descriptor, std::int64_t size) {
+    return ::ftruncate(descriptor, size);
+}
+std::int64_t systemSeek(int descriptor, std::int64_t offset) {
+    return ::lseek(descriptor, offset, SEEK_SET);
 }
 int systemSynchronize(int descriptor) {
     // Some file systems cannot do this, which they report as EINVAL.
@@ -109,6 +115,18 @@ PlatformFile PlatformFile::createForWriting(const std::string& path) {
     return {path, O_WRONLY | O_CREAT | O_EXCL};
 }
 
+PlatformFile PlatformFile::openToContinue(const std::string& path, std::int64_t size) {
+    PlatformFile file(path, O_WRONLY);
+    if (file.isOpen()) {
+        if (systemTruncate(file.descriptor_, size) != 0 ||
+            systemSeek(file.descriptor_, size) != size) {
+            fail("write", path);
+        }
+        file.written_ = size;
+    }
+    return file;
+}
+
 PlatformFile::PlatformFile(PlatformFile&& other) noexcept
     : path_(std::move(other.path_)), descriptor_(std::exchange(other.descriptor_, -1)),
       openError_(other.openError_), written_(other.written_) {}
@@ -134,6 +152,12 @@ std::size_t PlatformFile::read(char* to, std::size_t size) {
     }
 }
 
+void PlatformFile::moveTo(std::int64_t offset) {
+    if (isOpen() && systemSeek(descriptor_, offset) != offset) {
+        fail("read", path_);
+    }
+}
+
 void PlatformFile::write(std::string_view bytes) {
     if (!isOpen()) {
         return;
@@ -146,7 +170,7 @@ void PlatformFile::write(std::string_view bytes) {
             rest.remove_prefix(static_cast<std::size_t>(put));
         } else if (errno != EINTR) {
             const int reason = errno;
-            systemTruncate(descriptor_, written_);
+            static_cast<void>(systemTruncate(descriptor_, written_));
             errno = reason;
             fail("write", path_);
         }

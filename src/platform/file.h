@@ -30,6 +30,10 @@ public:
     /// Creates the file. Does not open a file that exists.
     static PlatformFile createForWriting(const std::string& path);
 
+    /// Opens an existing file, cuts it off after `size` bytes, and writes from there on. A shorter
+    /// file is filled up with zero bytes.
+    static PlatformFile openToContinue(const std::string& path, std::int64_t size);
+
     PlatformFile(PlatformFile&& other) noexcept;
     PlatformFile(const PlatformFile&) = delete;
     PlatformFile& operator=(const PlatformFile&) = delete;
@@ -44,6 +48,10 @@ public:
     /// Reads up to `size` bytes to `to` and returns their number, 0 at the end of the file. If the
     /// system fails, throws std::system_error, which names the file and the reason.
     std::size_t read(char* to, std::size_t size);
+
+    /// Makes the next read begin `offset` bytes after the start of the file. Throws
+    /// std::system_error, which names the file and the reason, if the system fails.
+    void moveTo(std::int64_t offset);
 
     /// Appends `bytes` in one system write, or in several if the system accepts only a part. If the
     /// system fails, cuts off the part of `bytes` that was written, so that the file ends where it

@@ -1,5 +1,7 @@
 #include "platform/new_file.h"
 
+#include "platform/new_name.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -33,15 +35,6 @@ bool exists(const std::string& path) {
 int processNumber() {
     return ::_getpid();
 }
-std::error_code renameToNew(const std::string& from, const std::string& to) {
-    // Without MOVEFILE_REPLACE_EXISTING, an existing file stays.
-    if (::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0) {
-        return {};
-    }
-    const auto reason = static_cast<int>(::GetLastError());
-    return reason == ERROR_ALREADY_EXISTS ? std::make_error_code(std::errc::file_exists)
-                                          : std::error_code(reason, std::system_category());
-}
 
 #else
 
@@ -51,27 +44,6 @@ bool exists(const std::string& path) {
 }
 int processNumber() {
     return ::getpid();
-}
-std::error_code renameToNew(const std::string& from, const std::string& to) {
-    const auto lastError = [] { return std::error_code(errno, std::generic_category()); };
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-        return {};
-    }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return lastError();
-    }
-    // File systems that cannot do this may have hard links, which do not replace a file either.
-    if (::link(from.c_str(), to.c_str()) == 0) {
-        static_cast<void>(::unlink(from.c_str()));
-        return {};
-    }
-    if (errno == EEXIST) {
-        return lastError();
-    }
-    if (exists(to)) {
-        return std::make_error_code(std::errc::file_exists);
-    }
-    return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : lastError();
 }
 
 /// Calls only what a signal handler may call.
@@ -132,7 +104,7 @@ void NewFile::write(std::string_view bytes) {
 void NewFile::publish() {
     file_.synchronize();
     file_.close();
-    if (const std::error_code reason = renameToNew(unfinished_, target_)) {
+    if (const std::error_code reason = renameToNewName(unfinished_, target_)) {
         failToCreate(target_, reason);
     }
     forget();

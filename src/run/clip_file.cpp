@@ -49,7 +49,7 @@ std::int32_t clipFile(BoundaryModel& model, std::string inputPath, std::string o
     }
     output.write(headerLine);
 
-    reportState("Clipping elevation data...");
+    reportState(clippingText);
     ProgressMessage progress(progressOffset * progressScale,
                              (recordCount + progressOffset) * progressScale, recordCount);
     RecordReader records(input, header, model, recordCount);

@@ -8,6 +8,9 @@
 
 namespace veldtrim {
 
+/// The text of the StateMessage that the clipping of a file begins.
+inline constexpr const char* clippingText = "Clipping elevation data...";
+
 /// Copies the header line of the file at `inputPath`, and every record whose point lies in the
 /// model boundaries, to the file at `outputPath`. Lines are unchanged except for the line end.
 /// Creates the output file, or empties it if it exists.

@@ -1,16 +1,16 @@
 #include "run/clip_workspace.h"
 
-#include "boundary/file/boundary_reader.h"
-#include "platform/file.h"
 #include "run/clip_file.h"
 #include "run/input_files.h"
-#include "status/console.h"
-#include "status/report_error.h"
+#include "run/total_file.h"
+#include "run/workspace_checks.h"
 #include "status/report_state.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include <boost/filesystem/exception.hpp>
@@ -55,7 +55,7 @@ std::int64_t clipFiles(BoundaryModel& model, const std::vector<InputFile>& files
 /// Returns false if the directory already exists.
 bool createOutputDirectory(const fs::path& directory) {
     // If create_directory returns false, another run has just created the directory and owns it.
-    if (fs::is_directory(directory) || !fs::create_directory(directory)) {
+    if (!fs::create_directory(directory)) {
         return false;
     }
     // On Windows, creating the name of a device, such as "nul", can succeed without a directory.
@@ -67,57 +67,33 @@ bool createOutputDirectory(const fs::path& directory) {
     return true;
 }
 
-/// Reports a failure, but does not end the run: the clipped files are the result, and the total is
-/// only a convenience.
-void writeTotal(const fs::path& outputDirectory, std::int64_t keptTotal) {
-    const std::string path = (outputDirectory / totalFileName).string();
-    std::error_code error;
-    try {
-        PlatformFile file = PlatformFile::openForWriting(path);
-        error = file.openError();
-        file.write(std::to_string(keptTotal).append(lineEnd));
-        file.close();
-    } catch (const std::system_error& failure) {
-        error = failure.code();
-    }
-    if (error) {
-        reportState("Cannot write " + path + ": " + error.message());
-    }
-}
-
 } // namespace
 
 int clipWorkspace(BoundaryModel& model, std::string workspacePath, std::string inputDirName,
                   std::string outputDirName, std::string boundaryFilePath) {
-    model.clearVertices();
-    model.clearPolygons();
-    if (!readin_b_XML(boundaryFilePath, model)) {
-        return reportError("boundary file does not exist");
+    const std::optional<RunDirectories> directories =
+        checkWorkspace(model, std::move(workspacePath), std::move(inputDirName),
+                       std::move(outputDirName), std::move(boundaryFilePath));
+    if (!directories) {
+        return 1;
     }
-    writeConsoleLine("boundary file read.");
-
-    const fs::path workspace(workspacePath);
-    if (!fs::is_directory(workspace)) {
-        return reportError("Workspace path does not exist");
-    }
-    const fs::path inputDirectory = workspace / inputDirName;
-    if (!fs::is_directory(inputDirectory)) {
-        return reportError("Input directory does not exist");
-    }
-    const fs::path outputDirectory = workspace / outputDirName;
+    const fs::path outputDirectory(directories->output);
     if (!createOutputDirectory(outputDirectory)) {
-        return reportError(
-            "output directory already exists, aborting in order avoid overwriting of "
-            "existing data");
+        return reportOutputExists();
     }
 
-    const std::vector<InputFile> files = findInputFiles(inputDirectory.string());
+    const std::vector<InputFile> files = findInputFiles(directories->input);
     if (files.empty()) {
-        return reportError("There are no input files.");
+        return reportNoInputFiles();
     }
     const std::int64_t keptTotal = clipFiles(model, files, outputDirectory);
     reportEndOfProgress();
-    writeTotal(outputDirectory, keptTotal);
+    // Without it the run does not fail: the clipped files are the result, and the total is only a
+    // convenience.
+    const std::string totalPath = (outputDirectory / totalFileName).string();
+    if (const std::error_code error = writeTotal(totalPath, keptTotal)) {
+        reportState("Cannot write " + totalPath + ": " + error.message());
+    }
     return 0;
 }
 

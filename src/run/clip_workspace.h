@@ -7,12 +7,9 @@
 
 namespace veldtrim {
 
-/// The name of the file in the output directory that contains the number of kept records.
-inline constexpr const char* totalFileName = "total_node_count.txt";
-
 /// Replaces the content of `model` by that of the boundary file, clips every input file of the
 /// directory `inputDirName` in `workspacePath` into the new directory `outputDirName` beside it,
-/// and writes the number of kept records to `totalFileName` there.
+/// and writes the number of kept records to the total file there.
 ///
 /// Returns 0 if all files were clipped, and 1 if a check failed, after reporting it with
 /// reportError. The checks are, in this order: the boundary file can be read, the workspace and the

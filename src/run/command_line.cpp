@@ -1,16 +1,15 @@
 #include "run/command_line.h"
 
 #include "run/clip_workspace.h"
+#include "run/outcome.h"
+#include "run/workspace_checks.h"
 #include "status/console.h"
 
 #include <pulsenote.h>
 
 #include <algorithm>
-#include <exception>
 #include <string_view>
 #include <utility>
-
-#include <boost/filesystem/path.hpp>
 
 namespace veldtrim {
 
@@ -19,18 +18,10 @@ namespace {
 constexpr const char* usage =
     "Usage: Veldtrim <input directory path> <output directory name> <boundary file path>";
 
-constexpr int outcomeCode = 1;
-constexpr int runErrorCode = 0;
-
-int fail() {
-    FailedMessage(outcomeCode, "Clipping of elevation data with model boundaries failed.");
-    return 1;
-}
-
 } // namespace
 
 int runCommandLine(int argc, const char* const* argv) {
-    StateMessage(outcomeCode, "Starting Orlagon...", true);
+    reportStart();
 
     const bool pipeMode = std::any_of(argv + std::min(argc, 1), argv + argc,
                                       [](std::string_view each) { return each == "-pipe"; });
@@ -38,29 +29,20 @@ int runCommandLine(int argc, const char* const* argv) {
     if (argc != (pipeMode ? 5 : 4)) {
         writeConsoleLine(usage);
         ErrorMessage(runErrorCode, usage);
-        return fail();
+        return reportFailure();
     }
 
-    try {
+    return reportOutcome([argv] {
         BoundaryModel model;
-        const int result = clipDirectory(model, argv[1], argv[2], argv[3]);
-        if (result != 0) {
-            return fail();
-        }
-        FinishMessage(outcomeCode, "Finished clipping elevation data with model boundaries");
-        return result;
-    } catch (const std::exception& error) {
-        ErrorMessage(runErrorCode, error.what());
-        return fail();
-    }
+        return clipDirectory(model, argv[1], argv[2], argv[3]);
+    });
 }
 
 int clipDirectory(BoundaryModel& model, std::string inputDirPath, std::string outputDirName,
                   std::string boundaryFilePath) {
-    const boost::filesystem::path inputDirectory(inputDirPath);
-    return clipWorkspace(model, inputDirectory.parent_path().string(),
-                         inputDirectory.filename().string(), std::move(outputDirName),
-                         std::move(boundaryFilePath));
+    auto [workspacePath, inputDirName] = splitInputPath(inputDirPath);
+    return clipWorkspace(model, std::move(workspacePath), std::move(inputDirName),
+                         std::move(outputDirName), std::move(boundaryFilePath));
 }
 
 } // namespace veldtrim

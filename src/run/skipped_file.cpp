@@ -19,11 +19,15 @@ std::string readHeaderOrReason(std::string_view line, ElevationHeader& header) {
 }
 
 std::string cannotBeRead(std::error_code error) {
-    return "it cannot be read: " + error.message();
+    return std::string(cannotBeReadBecause) + error.message();
+}
+
+std::string skippedText(const std::string& path, const std::string& reason) {
+    return "Skipping input file " + path + ": " + reason;
 }
 
 void reportSkipped(const std::string& path, const std::string& reason) {
-    reportState("Skipping input file " + path + ": " + reason);
+    reportState(skippedText(path, reason));
 }
 
 } // namespace veldtrim

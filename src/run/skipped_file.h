@@ -13,8 +13,14 @@ namespace veldtrim {
 /// this header is skipped; empty if it is accepted.
 std::string readHeaderOrReason(std::string_view line, ElevationHeader& header);
 
+/// How the reason begins if a file cannot be read.
+inline constexpr std::string_view cannotBeReadBecause = "it cannot be read: ";
+
 /// Returns the reason to skip a file that cannot be read because of `error`.
 std::string cannotBeRead(std::error_code error);
+
+/// Returns the text of the message that the file at `path` is skipped, with the reason.
+std::string skippedText(const std::string& path, const std::string& reason);
 
 /// Sends a StateMessage that the file at `path` is skipped, with the reason.
 void reportSkipped(const std::string& path, const std::string& reason);

@@ -5,8 +5,8 @@
 #include "explain/wording.h"
 #include "inspect/advice/columns.h"
 #include "inspect/advice/header_advice.h"
-#include "run/clip_workspace.h"
 #include "run/input_files.h"
+#include "run/total_file.h"
 
 #include <algorithm>
 #include <array>
