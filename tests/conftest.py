@@ -2,6 +2,7 @@
 
 import os
 import shlex
+import subprocess
 
 import pytest
 
@@ -65,3 +66,15 @@ def workspace(tmp_path):
     """A directory with one scan, one of whose two records is kept."""
     write_tree(tmp_path, {"scans/a.xyz": SCAN, "boundary.xml": SQUARE_XML})
     return tmp_path
+
+
+@pytest.fixture
+def small_disk(tmp_path):
+    """A directory on a file system in memory of 256 KiB."""
+    disk = tmp_path / "disk"
+    disk.mkdir()
+    mount = ["mount", "-t", "tmpfs", "-o", "size=256k", "veldtrim-test", disk]
+    if os.geteuid() != 0 or subprocess.run(mount, capture_output=True).returncode != 0:
+        pytest.skip("mounting a small disk needs privileges")
+    yield disk
+    subprocess.run(["umount", disk], check=True)

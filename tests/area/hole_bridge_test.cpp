@@ -25,6 +25,7 @@ namespace {
 using test::forEachEdge;
 using test::HoledPolygonGenerator;
 using test::isKept;
+using test::isSame;
 using test::Ring;
 
 using Line = std::pair<BoundaryVertex, BoundaryVertex>;
@@ -59,18 +60,17 @@ bool isSlanted(const Line& line) {
     return line.first.x != line.second.x && line.first.y != line.second.y;
 }
 
-std::size_t verticesOf(const std::vector<Ring>& rings) {
-    return std::accumulate(rings.begin(), rings.end(), std::size_t{0},
-                           [](std::size_t sum, const Ring& ring) { return sum + ring.size(); });
-}
-
 /// The verdicts of a bridged ring, and how many points were compared.
 class Comparison {
 public:
     explicit Comparison(const std::vector<Ring>& rings)
         : rings_(rings), bridged_(bridgeHoles({rings})), bridges_(bridgesOf(bridged_, rings)),
           model_(test::modelOf({bridged_.ring})) {
-        EXPECT_EQ(bridged_.ring.size(), verticesOf(rings) + 2 * bridges_.size());
+        std::size_t vertices = 2 * bridges_.size();
+        for (const Ring& ring : rings) {
+            vertices += ring.size();
+        }
+        EXPECT_EQ(bridged_.ring.size(), vertices);
         EXPECT_EQ(bridged_.slantedBridges,
                   std::count_if(bridges_.begin(), bridges_.end(), isSlanted));
         for (const auto& [a, b] : bridges_) {
@@ -151,32 +151,14 @@ TEST(HoleBridge, KeepsThePointsOfThePolygonWithHoles) {
     const int polygons = wanted != nullptr ? std::atoi(wanted) : 50; // NOLINT(cert-err34-c)
     HoledPolygonGenerator random(13);
     Share rounded;
-    std::size_t holes = 0;
-    std::size_t bridges = 0;
-    std::size_t slanted = 0;
     for (int i = 0; i < polygons && !testing::Test::HasFailure(); ++i) {
         SCOPED_TRACE(i);
         const double size = i % 3 == 0 ? 60 : i % 3 == 1 ? 2000 : 10'000'000;
         const std::vector<Ring> rings =
             random.polygon(size, 1 + random.below(i % 10 == 0 ? 60 : 8));
         comparePoints(rings, size, random, rounded);
-        const BridgedRing bridged = bridgeHoles({rings});
-        holes += rings.size() - 1;
-        bridges += (bridged.ring.size() - verticesOf(rings)) / 2;
-        slanted += bridged.slantedBridges;
     }
-    EXPECT_GT(slanted, 0U);
-    EXPECT_LT(slanted, bridges);
-    EXPECT_LT(bridges, holes); // some holes touch other rings in a vertex
-    EXPECT_GT(rounded.points, 0U);
     EXPECT_LT(50 * rounded.dropped, rounded.points);
-    if (wanted != nullptr) {
-        RecordProperty("holes", std::to_string(holes));
-        RecordProperty("bridges", std::to_string(bridges));
-        RecordProperty("slanted", std::to_string(slanted));
-        RecordProperty("roundedPointsOnSlanted", std::to_string(rounded.points));
-        RecordProperty("ofWhichDropped", std::to_string(rounded.dropped));
-    }
 }
 
 /// Whether the rings bound no area: a ring is a single point; or edges cross; or some point is
@@ -189,7 +171,7 @@ bool areFaulty(const std::vector<Ring>& rings, double size) {
     std::vector<Line> edges;
     for (const Ring& ring : rings) {
         faulty = faulty || std::all_of(ring.begin(), ring.end(), [&](const BoundaryVertex& each) {
-                     return each.x == ring[0].x && each.y == ring[0].y;
+                     return isSame(each, ring[0]);
                  });
         forEachEdge(ring, [&](const BoundaryVertex& a, const BoundaryVertex& b) {
             edges.emplace_back(a, b);
@@ -249,10 +231,8 @@ bool isClear(const std::vector<Ring>& rings, const BoundaryVertex& a, const Boun
     bool clear = isKept(rings, {(a.x + b.x) / 2, (a.y + b.y) / 2});
     for (const Ring& ring : rings) {
         forEachEdge(ring, [&](const BoundaryVertex& c, const BoundaryVertex& d) {
-            const auto isEnd = [&](const BoundaryVertex& each) {
-                return (each.x == a.x && each.y == a.y) || (each.x == b.x && each.y == b.y);
-            };
-            clear = clear && !test::cross(a, b, c, d) && (isEnd(c) || !test::isOnEdge(a, b, c));
+            const bool isEnd = isSame(c, a) || isSame(c, b);
+            clear = clear && !test::cross(a, b, c, d) && (isEnd || !test::isOnEdge(a, b, c));
         });
     }
     return clear;
@@ -310,12 +290,11 @@ TEST(HoleBridge, DoesNotDependOnDirectionsAndFirstVertices) {
             }
         }
         const std::vector<Line> found = Comparison(rings).bridges();
-        const auto isSame = [](const Line& a, const Line& b) {
-            return a.first.x == b.first.x && a.first.y == b.first.y && a.second.x == b.second.x &&
-                   a.second.y == b.second.y;
+        const auto isEqual = [](const Line& a, const Line& b) {
+            return isSame(a.first, b.first) && isSame(a.second, b.second);
         };
         EXPECT_TRUE(
-            std::equal(expected.begin(), expected.end(), found.begin(), found.end(), isSame));
+            std::equal(expected.begin(), expected.end(), found.begin(), found.end(), isEqual));
     }
 }
 

@@ -13,17 +13,13 @@ class Gdal:
         self.directory = directory
         self.environment = {**os.environ, "GDAL_DRIVER_PATH": PLUGINS}
 
-    def start(self, *command, **options):
-        command = [*map(str, command)]
-        return subprocess.Popen(command, cwd=self.directory, env=self.environment, **options)
-
     def run(self, *command, code=0, **options):
         """What the program prints, and what it says besides."""
-        pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
-        process = self.start(*command, **pipes)
-        printed, said = process.communicate(timeout=120)
-        assert process.returncode == code, said.decode()
-        return (printed or b"").decode(), said.decode()
+        options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
+        done = subprocess.run([*map(str, command)], cwd=self.directory, env=self.environment,
+                              timeout=120, **options)
+        assert done.returncode == code, done.stderr.decode()
+        return (done.stdout or b"").decode(), done.stderr.decode()
 
     def write(self, target, source, *options, code=0):
         """Writes a boundary file. Returns what ogr2ogr says; nothing else may come to be than the

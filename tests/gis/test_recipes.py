@@ -9,6 +9,7 @@ from typing import NamedTuple
 
 import pytest
 from harness import boundary_xml, write_tree
+from maps import collection, crs, feature
 
 ROOT = Path(__file__).parents[2]
 PAGE = (ROOT / "docs/gis.md").read_text(encoding="utf-8")
@@ -17,11 +18,9 @@ RECIPES = dict(re.findall(r"^<!-- recipe: ([\w ]+) -->\n```sh\n(.*?)^```$", PAGE
 
 def layer(*features):
     """A GeoJSON file in UTM zone 16 north, of features (type, coordinates, properties)."""
-    crs = {"type": "name", "properties": {"name": "urn:ogc:def:crs:EPSG::32616"}}
-    return json.dumps({"type": "FeatureCollection", "crs": crs, "features": [
-        {"type": "Feature", "properties": properties,
-         "geometry": {"type": kind, "coordinates": coordinates}}
-        for kind, coordinates, properties in features]})
+    return json.dumps(collection(crs=crs(32616), *(
+        feature({"type": kind, "coordinates": coordinates}, properties)
+        for kind, coordinates, properties in features)))
 
 
 SQUARE = [[760000, 4050000], [760100, 4050000], [760100, 4050100], [760000, 4050100]]

@@ -21,6 +21,10 @@ inline std::int64_t turn(const BoundaryVertex& a, const BoundaryVertex& b,
     return product(b.x - a.x, c.y - a.y) - product(b.y - a.y, c.x - a.x);
 }
 
+inline bool isSame(const BoundaryVertex& a, const BoundaryVertex& b) {
+    return a.x == b.x && a.y == b.y;
+}
+
 inline bool areOpposite(std::int64_t a, std::int64_t b) {
     return (a < 0 && b > 0) || (a > 0 && b < 0);
 }

@@ -158,7 +158,7 @@ private:
                 return std::all_of(these.begin(), these.end(), [&](const BoundaryVertex& vertex) {
                     const bool isShared =
                         std::any_of(other.begin(), other.end(), [&](const BoundaryVertex& each) {
-                            return each.x == vertex.x && each.y == vertex.y;
+                            return isSame(each, vertex);
                         });
                     shared += isShared ? 1 : 0;
                     return isShared || locateExactly(other, vertex) == where;

@@ -7,6 +7,7 @@ from decimal import Decimal
 POINT = re.compile(r'<point x="(\S+)" y="(\S+)" segmenttype="0"/>')
 POLYGON = re.compile(r'<polygon id="(-?\d+)">\s*(.*?)</polygon>', re.DOTALL)
 SQUARE = [[0, 0], [4, 0], [4, 4], [0, 4], [0, 0]]
+HOLE = [[1, 1], [2, 1], [2, 2], [1, 2], [1, 1]]
 
 
 def polygon(*rings):
@@ -19,6 +20,17 @@ def feature(geometry, properties=None, **members):
 
 def collection(*features, **members):
     return {"type": "FeatureCollection", "features": list(features), **members}
+
+
+def crs(number):
+    """The member of a collection that names a coordinate system of EPSG."""
+    return {"type": "name", "properties": {"name": f"urn:ogc:def:crs:EPSG::{number}"}}
+
+
+def large_polygon(vertices=300_000):
+    """One whose boundary file is larger than a small disk."""
+    ring = [[i % 1000 + 0.125, i] for i in range(vertices)]
+    return feature(polygon([*ring, ring[0]]))
 
 
 def polygons_of(xml):
