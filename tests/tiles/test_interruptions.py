@@ -172,6 +172,12 @@ def test_only_the_same_plan_goes_on(tiles, area, change, arguments, code):
     assert (area / "clipped").exists() == (code == 0)
 
 
+def test_engine_that_is_not_installed(tiles, workspace):
+    run = tiles.run(workspace, *ARGUMENTS, env={**os.environ, "PATH": "/nowhere"})
+    assert run.code == 1 and "GNU parallel is not installed" in run.stderr
+    assert tiles.run(workspace, *ARGUMENTS).code == 0
+
+
 def test_directory_of_somebody_else(tiles, workspace):
     write_tree(workspace, {"clipped.staging/mine": "kept"})
     before = read_tree(workspace)
