@@ -1,8 +1,9 @@
 #include "explain/wording.h"
 
+#include "text/number_text.h"
+
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <cstddef>
 
 namespace veldtrim {
@@ -18,21 +19,6 @@ bool continuesCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-/// Returns the shortest text that reads back as `value`. It has an exponent only if it would be
-/// very long without one.
-std::string inFull(double value) {
-    constexpr double largestPlain = 1e17;
-    constexpr double smallestPlain = 1e-9;
-    const double size = std::fabs(value);
-    const bool isPlain = size == 0.0 || (size < largestPlain && size >= smallestPlain);
-    std::array<char, 64> text{};
-    const std::to_chars_result result =
-        isPlain
-            ? std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed)
-            : std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), result.ptr};
-}
-
 } // namespace
 
 std::string grouped(std::int64_t number) {
@@ -45,7 +31,7 @@ std::string grouped(std::int64_t number) {
 }
 
 std::string coordinate(double value) {
-    return inFull(value);
+    return numberText(value);
 }
 
 std::string measure(double value) {
@@ -56,7 +42,7 @@ std::string measure(double value) {
                                 .ptr;
     double rounded = value;
     std::from_chars(text.data(), end, rounded);
-    return inFull(rounded);
+    return numberText(rounded);
 }
 
 std::string printable(std::string_view text) {

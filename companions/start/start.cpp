@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <iostream>
+#include <new>
 
 namespace veldtrim {
 

@@ -15,9 +15,11 @@ namespace veldtrim {
 /// Writes the text of a boundary file: one group of boundaries, in the form that readin_b_XML
 /// describes, with the platform's line ends.
 ///
-/// Throws std::length_error once the text is too long for the reader: 2 GiB or more.
 /// The coordinates read back to the last bit. Each `segmenttype` is 0. Rings are written as they
 /// are given; a file needs no point that repeats the first one of its ring.
+///
+/// Each operation throws std::length_error once the text is too long for the reader, which refuses
+/// 2 GiB or more, and passes on what `output` throws. The text is then incomplete.
 class BoundaryWriter {
 public:
     /// Receives the text in pieces of any size.
