@@ -35,9 +35,9 @@ std::string clippingProgram() {
 /// Creates a directory that did not exist before.
 std::string newDirectory(const fs::path& start) {
     for (;;) {
-        const fs::path path = fs::unique_path(start.string() + "-%%%%%%%%%%%%");
+        std::string path = randomName(start.string());
         if (fs::create_directory(path)) {
-            return path.string();
+            return path;
         }
     }
 }

@@ -27,9 +27,8 @@ namespace {
 
 /// Takes a shard back whose results are not what was published, after a power failure perhaps.
 [[noreturn]] void takeBack(const Staging& staging, std::size_t number) {
-    const fs::path aside =
-        fs::unique_path(staging.attempts() + '/' + std::to_string(number) + "-damaged-%%%%%%%%");
-    fs::rename(staging.done(number), aside);
+    fs::rename(staging.done(number),
+               randomName(staging.attempts() + '/' + std::to_string(number) + "-damaged"));
     throw std::runtime_error("the results of shard " + std::to_string(number) +
                              " are damaged: give the same command to clip it again");
 }
@@ -121,8 +120,7 @@ ShardReport loadDone(const Staging& staging, std::size_t number) {
     return report;
 }
 
-std::optional<MergeResult> mergeShards(const Staging& staging, const Plan& plan,
-                                       AfterMerge after) {
+std::optional<MergeResult> mergeShards(const Staging& staging, const Plan& plan, AfterMerge after) {
     const FileLock lock(staging.mergeLock());
     if (!lock.isHeld()) {
         return {};
@@ -156,7 +154,8 @@ std::optional<MergeResult> mergeShards(const Staging& staging, const Plan& plan,
             reportState(error.what()); // the next run reads these tiles again
         }
     }
-    finishMerge(staging, !result.hadInput && after == AfterMerge::Keep ? AfterMerge::Remove : after);
+    finishMerge(staging,
+                !result.hadInput && after == AfterMerge::Keep ? AfterMerge::Remove : after);
     return result;
 }
 

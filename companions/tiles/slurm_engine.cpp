@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -33,6 +34,18 @@ bool isAtWork(const Tasks& tasks, SlurmStep step) {
     });
 }
 
+bool hasMerged(const Tasks& tasks) {
+    return std::any_of(tasks.begin(), tasks.end(), [](const SlurmTask& task) {
+        return task.step == SlurmStep::Merge && task.isOver() && !task.hasFailed();
+    });
+}
+
+/// Other machines may see a file later than the one that wrote it.
+constexpr std::chrono::seconds delayOfFiles{60};
+
+/// When a job has ended, those that depend on it have another state soon.
+constexpr std::chrono::seconds delayOfStates{5};
+
 /// Returns the last line of a log, after a colon, or nothing if it is empty.
 std::string lastWords(const std::string& log) {
     std::string text = readWhole(log);
@@ -56,10 +69,12 @@ public:
     bool wait();
 
 private:
+    void submitAgain();
     void pause();
     Tasks nextTasks();
     [[nodiscard]] bool isComplete() const;
     void tellWaiting(const Tasks& tasks);
+    void releaseHeld(const Tasks& tasks);
     void tellFailures(const Tasks& tasks);
     void tellFailure(const SlurmTask& task);
 
@@ -68,7 +83,9 @@ private:
     ShardWatch& shards_;
     SlurmJobs jobs_;
     Clock::time_point begun_ = Clock::now();
-    std::set<std::string> told_; ///< why jobs wait, and logs of those that failed
+    std::set<std::string> told_;          ///< why jobs wait, and logs of those that failed
+    std::map<std::string, int> releases_; ///< by the number of the task
+    int submissions_ = 0;
     bool hasFailed_ = false;
 };
 
@@ -122,6 +139,7 @@ void SlurmWatch::submit() {
     fs::remove_all(staging_.failures());
     fs::create_directory(staging_.failures());
     jobs_.forgetAll();
+    ++submissions_;
     const std::vector<std::size_t> pending = shards_.pending();
     const std::vector<std::string> numbers =
         pending.empty() ? std::vector<std::string>() : jobs_.clip(pending);
@@ -141,9 +159,21 @@ bool SlurmWatch::isComplete() const {
 
 void SlurmWatch::tellWaiting(const Tasks& tasks) {
     for (const SlurmTask& task : tasks) {
-        const bool isUsual = task.reason == "None" || task.reason == "Dependency";
+        const bool isUsual = task.reason == "None" || task.reason == "Dependency" ||
+                             task.reason == "JobArrayTaskLimit";
         if (task.isWaiting() && !isUsual && told_.insert(task.reason).second) {
             reportState("Slurm job " + task.job + " waits: " + task.reason);
+        }
+    }
+}
+
+/// A node can fail to start a task because a controller that has failed had started it before. When
+/// that goes on, somebody has to look.
+void SlurmWatch::releaseHeld(const Tasks& tasks) {
+    constexpr int mostReleases = 3;
+    for (const SlurmTask& task : tasks) {
+        if (task.isHeldAfterStart() && ++releases_[SlurmJobs::nameOf(task)] <= mostReleases) {
+            jobs_.release(task);
         }
     }
 }
@@ -162,8 +192,8 @@ void SlurmWatch::tellFailures(const Tasks& tasks) {
     hasFailed_ |= hasReports;
     for (const SlurmTask& task : tasks) {
         // Of these, the first are told by their reports, and this command ends the others.
-        const bool isTold = (task.state == "FAILED" && hasReports) ||
-                            (task.state == "CANCELLED" && hadFailed);
+        const bool isTold =
+            (task.state == "FAILED" && hasReports) || (task.state == "CANCELLED" && hadFailed);
         if (task.step == SlurmStep::Clip && task.hasFailed() && !isTold) {
             tellFailure(task);
             hasFailed_ = true;
@@ -182,10 +212,7 @@ void SlurmWatch::tellFailures(const Tasks& tasks) {
 }
 
 bool SlurmWatch::wait() {
-    // Other machines may see a file later than the one that wrote it.
-    constexpr std::chrono::seconds delayOfFiles{60};
-    auto lastAtWork = Clock::now();
-    for (;;) {
+    for (auto lastAtWork = Clock::now();;) {
         pause();
         const Tasks tasks = nextTasks();
         shards_.update();
@@ -194,6 +221,7 @@ bool SlurmWatch::wait() {
             return true;
         }
         tellWaiting(tasks);
+        releaseHeld(tasks);
         tellFailures(tasks);
         if (merges || isAtWork(tasks, SlurmStep::Clip)) {
             lastAtWork = Clock::now();
@@ -203,11 +231,23 @@ bool SlurmWatch::wait() {
             reportState("Give the same command to go on; what is done is in " + staging_.root());
             return false;
         }
-        if (Clock::now() > lastAtWork + delayOfFiles) {
-            throw std::runtime_error("the jobs have ended or were lost by Slurm, but not all is "
-                                     "done: give the same command to go on");
+        if (Clock::now() > lastAtWork + (hasMerged(tasks) ? delayOfFiles : delayOfStates)) {
+            submitAgain();
+            lastAtWork = Clock::now();
         }
     }
+}
+
+/// Submits jobs that Slurm does not know any more: a controller that fails can lose what was
+/// submitted in the last seconds.
+void SlurmWatch::submitAgain() {
+    constexpr int mostSubmissions = 3;
+    if (submissions_ == mostSubmissions) {
+        throw std::runtime_error("the jobs have ended, but not all is done: give the same command "
+                                 "to go on");
+    }
+    reportState("Slurm has lost a job");
+    submit();
 }
 
 } // namespace

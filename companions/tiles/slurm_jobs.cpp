@@ -22,10 +22,16 @@ namespace fs = boost::filesystem;
 namespace {
 
 /// The jobs end with the program, which gets the signals of Slurm. Their words are arguments, so
-/// that no name is taken for a part of the script.
-constexpr std::string_view clipScript =
-    "#!/bin/sh\nexec \"$1\" clip \"$2\" \"$(($3 + SLURM_ARRAY_TASK_ID))\"\n";
-constexpr std::string_view mergeScript = "#!/bin/sh\nexec \"$1\" merge \"$2\" --from-engine\n";
+/// that no name is taken for a part of the script. They open their logs themselves, since Slurm
+/// would replace "%j" and the like in the path of the directory.
+constexpr std::string_view clipScript = R"sh(#!/bin/sh
+exec >>"$2/slurm/${SLURM_ARRAY_JOB_ID}_$SLURM_ARRAY_TASK_ID.log" 2>&1
+exec "$1" clip "$2" "$(($3 + SLURM_ARRAY_TASK_ID))"
+)sh";
+constexpr std::string_view mergeScript = R"sh(#!/bin/sh
+exec >>"$2/slurm/$SLURM_JOB_ID.log" 2>&1
+exec "$1" merge "$2" --from-engine
+)sh";
 
 constexpr const char* nameFile = "/slurm/name";
 
@@ -41,8 +47,7 @@ struct Answer {
 /// Runs a command of Slurm. If it does not answer, a signal that asks to stop ends it, unless it
 /// has to be carried out. Throws std::system_error if it cannot be started.
 enum class Kind : std::uint8_t { Question, Order };
-Answer ask(std::vector<std::string> words, const std::string& directory,
-           Kind kind = Kind::Order) {
+Answer ask(std::vector<std::string> words, const std::string& directory, Kind kind = Kind::Order) {
     const MemoryFile output;
     const MemoryFile errors;
     ChildCommand command;
@@ -127,7 +132,7 @@ SlurmJobs::SlurmJobs(const Staging& staging, SlurmOptions options)
 }
 
 void SlurmJobs::forgetAll() {
-    name_ = fs::unique_path("veldtrim-%%%%%%%%%%%%").string();
+    name_ = randomName("veldtrim");
     writeWhole(root_ + nameFile, name_ + '\n');
 }
 
@@ -204,9 +209,8 @@ std::string SlurmJobs::submit(SlurmStep step, const std::vector<std::string>& op
     const bool clips = step == SlurmStep::Clip;
     const std::string script = clips ? "slurm/clip.sh" : "slurm/merge.sh";
     writeWhole(root_ + '/' + script, clips ? clipScript : mergeScript);
-    std::vector<std::string> command{"sbatch", "--parsable", "--requeue", "--open-mode=append",
-                                     "--ntasks=1",
-                                     clips ? "--output=slurm/%A_%a.log" : "--output=slurm/%j.log"};
+    std::vector<std::string> command{"sbatch", "--parsable", "--requeue", "--ntasks=1",
+                                     "--output=/dev/null"};
     const std::string name = "--job-name=" + jobName(name_, step);
     const std::string directory = "--chdir=" + root_;
     command.insert(command.end(), options_.words.begin(), options_.words.end());
@@ -220,6 +224,10 @@ std::string SlurmJobs::submit(SlurmStep step, const std::vector<std::string>& op
     }
     // The name of a cluster may follow the number.
     return answer.output.substr(0, answer.output.find_first_not_of("0123456789"));
+}
+
+void SlurmJobs::release(const SlurmTask& task) const {
+    static_cast<void>(ask({"scontrol", "release", nameOf(task)}, root_));
 }
 
 void SlurmJobs::cancelWaiting() const {

@@ -31,10 +31,13 @@ struct SlurmTask {
     [[nodiscard]] bool isOver() const;
     [[nodiscard]] bool isWaiting() const { return state == "PENDING"; }
     [[nodiscard]] bool hasFailed() const { return isOver() && state != "COMPLETED"; }
+
+    /// Whether a node could not start it and Slurm holds it for that reason.
+    [[nodiscard]] bool isHeldAfterStart() const { return reason == "launch failed requeued held"; }
 };
 
-/// The jobs of the run in a staging directory. Those that were submitted together have a random name
-/// by which Slurm finds them, so that nothing is kept about them that could be lost.
+/// The jobs of the run in a staging directory. Those that were submitted together have a random
+/// name by which Slurm finds them, so that nothing is kept about them that could be lost.
 class SlurmJobs {
 public:
     /// Creates no job. Throws what the file system throws if the staging directory cannot be
@@ -58,6 +61,9 @@ public:
     /// Submits a job that merges the shards once the jobs with these numbers have succeeded; if one
     /// of them fails, Slurm removes it. Throws as clip does.
     void merge(const std::vector<std::string>& after) const;
+
+    /// Lets a task begin that Slurm holds.
+    void release(const SlurmTask& task) const;
 
     /// Ends the jobs that have not begun, or all. Does not wait for their end.
     void cancelWaiting() const;

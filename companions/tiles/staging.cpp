@@ -51,6 +51,10 @@ std::string outputDirectoryFor(const Staging& staging) {
                                          : std::string();
 }
 
+std::string randomName(const std::string& start) {
+    return start + '-' + fs::unique_path("%%%%%%%%%%%%").string();
+}
+
 std::unique_ptr<FileLock> takeStaging(const Staging& staging) {
     for (;;) {
         if (!fs::create_directory(staging.root()) && !fs::exists(staging.lock()) &&

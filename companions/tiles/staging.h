@@ -84,6 +84,10 @@ Staging stagingFor(const std::string& outputDirectory);
 /// Returns the output directory for a staging directory.
 std::string outputDirectoryFor(const Staging& staging);
 
+/// Returns `start` with a dash and random characters behind it. The percent signs in `start`,
+/// unlike those in the pattern of the library, stay what they are.
+std::string randomName(const std::string& start);
+
 /// Creates the staging directory if it does not exist, and locks it. Throws std::runtime_error if
 /// another command has it, or if it is a directory of somebody else's, and what the file system
 /// throws if it cannot be created.

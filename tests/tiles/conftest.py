@@ -9,15 +9,18 @@ from harness import ARGUMENTS, Run, read_tree
 
 
 class Tiles:
-    def __init__(self, command, program):
+    def __init__(self, command, program, environment=None):
         self.command = command
         self.program = program
+        self.environment = environment
 
     def start(self, directory, *arguments, **options):
+        options = {"env": self.environment, **options}
         return subprocess.Popen([self.command, *map(str, arguments)], cwd=directory,
                                 stdin=subprocess.DEVNULL, **options)
 
     def run(self, directory, *arguments, **options):
+        options = {"env": self.environment, **options}
         process = subprocess.run([self.command, *map(str, arguments)], cwd=directory, timeout=120,
                                  stdin=subprocess.DEVNULL, capture_output=True, **options)
         return Run(process, "-pipe" in arguments)

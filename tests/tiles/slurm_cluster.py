@@ -4,10 +4,10 @@ As root, each node has namespaces of its own, so that it can lose its power or i
 
 import os
 import shutil
-import signal
 import socket
 import subprocess
-import time
+
+from processes import running, wait_until
 
 PROGRAMS = ["slurmctld", "slurmd", "munged", "sbatch", "squeue"]
 NAMESPACE_PROGRAMS = ["ip", "nsenter", "unshare"]
@@ -93,6 +93,20 @@ class Node:
         self.process.kill()
         self.process.wait()
 
+    def clipping(self):
+        """The processes on the node that clip."""
+        def read(number, name):
+            try:
+                if name == "comm":
+                    with open(f"/proc/{number}/comm") as file:
+                        return file.read().strip()
+                return os.readlink(f"/proc/{number}/ns/net")
+            except OSError:
+                return ""
+        network = read(self.process.pid, "net")
+        return [number for number in running()
+                if read(number, "comm") == "Veldtrim" and read(number, "net") == network]
+
     def set_network(self, up):
         self.cluster.run("ip", "link", "set", self.link, "up" if up else "down")
 
@@ -101,6 +115,7 @@ class Cluster:
     def __init__(self, directory, nodes=3, array_size=1001):
         self.directory = directory
         self.host = socket.gethostname().split(".")[0]
+        self.disk = os.path.join(directory, "disk")  # small
         self.port = 20_000 + os.getpid() % 10_000
         self.bridge = f"vt{os.getpid() % 100_000}"
         self.conf = os.path.join(directory, "slurm.conf")
@@ -129,6 +144,9 @@ class Cluster:
             self.has_namespaces = True
             for node in self.nodes:
                 node.connect()
+            # A mount is only seen by nodes that are started later.
+            os.mkdir(self.disk)
+            self.run("mount", "-t", "tmpfs", "-o", "size=1m", "veldtrim-test", self.disk)
         except subprocess.CalledProcessError:
             self.remove_bridge()
             return False
@@ -139,6 +157,7 @@ class Cluster:
             subprocess.run(["ip", "link", "delete", node.link], capture_output=True)
             subprocess.run(["ip", "netns", "delete", node.link], capture_output=True)
         subprocess.run(["ip", "link", "delete", self.bridge], capture_output=True)
+        subprocess.run(["umount", "-l", self.disk], capture_output=True)
 
     def run(self, *command):
         subprocess.run(command, env=self.environment, check=True, capture_output=True)
@@ -201,13 +220,3 @@ class Cluster:
         lines = self.output("squeue", "--noheader", "--me", "--states=all", "--array",
                             "--format=%F_%K %T %N").splitlines()
         return [line.split() for line in lines]
-
-
-def wait_until(condition, seconds=60):
-    deadline = time.monotonic() + seconds
-    while not condition():
-        assert time.monotonic() < deadline, "waited too long"
-        time.sleep(0.05)
-
-
-__all__ = ["Cluster", "missing", "signal", "wait_until"]

@@ -10,13 +10,10 @@ import time
 
 import pytest
 from harness import ARGUMENTS, SQUARE_XML, read_tree, write_tree
+from processes import descendants, kill, running, scan, wait_until
 
 KILLS = int(os.environ.get("VELDTRIM_TILES_KILLS", "20"))
 SHARDS = ["--shards", 5, "--jobs", 2]
-
-
-def scan(records, first=0):
-    return "x;y;z\n" + "".join(f"{9 if i % 3 else 5};5;{first + i}\n" for i in range(records))
 
 
 @pytest.fixture
@@ -25,37 +22,6 @@ def area(tmp_path):
     write_tree(tmp_path, {f"scans/{i}.xyz": scan(20_000, i) for i in range(6)})
     write_tree(tmp_path, {"scans/large.txt": scan(200_000), "boundary.xml": SQUARE_XML})
     return tmp_path
-
-
-def running():
-    """The numbers of all processes that have not ended, and their parents."""
-    parents = {}
-    for number in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            with open(f"/proc/{number}/stat") as file:
-                state, parent = file.read().rsplit(")", 1)[1].split()[:2]
-        except OSError:
-            continue
-        if state != "Z":
-            parents[int(number)] = int(parent)
-    return parents
-
-
-def descendants(process):
-    """The numbers of all processes that a process has started, directly or not."""
-    parents = running()
-    found = [process]
-    for each in found:
-        found += [child for child, parent in parents.items() if parent == each]
-    return found[1:]
-
-
-def kill(numbers, how=signal.SIGKILL):
-    for number in numbers:
-        try:
-            os.kill(number, how)
-        except ProcessLookupError:
-            pass
 
 
 def quiet():
@@ -90,13 +56,6 @@ def test_killed_at_any_moment(tiles, area):
         assert read_tree(area / "clipped") == expected
         assert sorted(os.listdir(area)) == ["boundary.xml", "clipped", "scans"]
     assert unfinished > KILLS // 5, "the kills did not meet runs in the middle"
-
-
-def wait_for(path):
-    deadline = time.monotonic() + 60
-    while not path.exists():
-        assert time.monotonic() < deadline, path
-        time.sleep(0.002)
 
 
 @pytest.mark.parametrize("how", [signal.SIGINT, signal.SIGTERM], ids=["Ctrl-C", "end"])
@@ -144,7 +103,7 @@ def test_engine_that_leaves_jobs_behind(tiles, area):
 
 def test_two_commands_at_once(tiles, area):
     first = tiles.start(area, *ARGUMENTS, *SHARDS, **quiet())
-    wait_for(area / "clipped.staging/plan")
+    wait_until((area / "clipped.staging/plan").exists)
     for command in (ARGUMENTS, ["plan", *ARGUMENTS], ["merge", "clipped.staging"]):
         second = tiles.run(area, *command)
         assert second.code == 1
