@@ -53,8 +53,10 @@ void moveTiles(const Staging& staging, std::size_t number, const Shard& shard,
             continue; // the total takes its place, as in one run
         }
         const std::string target = staging.merged() + '/' + piece.name;
-        if (fileState(source).exists) {
-            fs::rename(source, target);
+        boost::system::error_code error;
+        fs::rename(source, target, error);
+        if (error && error != boost::system::errc::no_such_file_or_directory) {
+            throw fs::filesystem_error("cannot move", source, target, error);
         }
         if (fileState(target).size != file.size) {
             fs::remove(target);
@@ -159,6 +161,9 @@ MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStagi
         removeStaging(staging);
     } catch (const fs::filesystem_error& error) {
         reportState(error.what()); // on NFS, for example, while a late attempt has a file open
+    }
+    if (!result.hadInput) {
+        fs::create_directory(plan.absolute(plan.shownOutput())); // as one run does
     }
     return result;
 }
