@@ -86,6 +86,7 @@ std::optional<PreparedRun> prepareRun(const Order& order, const std::string& til
     }
     std::vector<Piece> tiles = listTiles(directories->input);
     if (tiles.empty()) {
+        fs::create_directory(directories->output); // as one run does
         reportNoInputFiles();
         return {};
     }
