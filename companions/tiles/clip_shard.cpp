@@ -25,7 +25,7 @@ ShardReport failureReport(const std::string& why) {
 
 /// Runs one attempt. Returns whether the shard is done; if not, `failed` says why.
 bool tryOnce(const Staging& staging, const Plan& plan, std::size_t number, const Shard& shard,
-             ShardReport& failed) {
+             bool isLast, ShardReport& failed) {
     try {
         Attempt attempt(staging, plan, number, shard);
         try {
@@ -42,6 +42,7 @@ bool tryOnce(const Staging& staging, const Plan& plan, std::size_t number, const
         if (isDone(staging, number) || !hasPlan(staging)) {
             return true;
         }
+        failed.isFinal = isLast;
         if (!stopRequested()) {
             attempt.leaveFailure(failed);
         }
@@ -63,10 +64,11 @@ int clipShard(const Staging& staging, std::size_t number) {
     ShardReport failed;
     auto pause = firstPause;
     for (int attempts = 1; !isDone(staging, number); ++attempts) {
-        if (tryOnce(staging, plan, number, shard, failed)) {
+        const bool isLast = attempts == mostAttempts;
+        if (tryOnce(staging, plan, number, shard, isLast, failed)) {
             return 0;
         }
-        if (stopRequested() || attempts == mostAttempts) {
+        if (stopRequested() || isLast) {
             std::cerr << "shard " << number << ": " << withUsersPaths(failed.failure, plan, shard)
                       << std::endl;
             return 1;

@@ -3,7 +3,7 @@
 #include "platform/posix/stop_signals.h"
 #include "run/outcome.h"
 #include "tiles/clip_shard.h"
-#include "tiles/engine.h"
+#include "tiles/local_engine.h"
 #include "tiles/tiles_run.h"
 
 #include <CLI/CLI.hpp>
@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iomanip>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +29,12 @@ struct Arguments {
     Order order;
     TilesOptions options;
     bool pipe = false;
+    int jobs = 0;
+    bool slurm = false;
+    std::string sbatch;
     std::string staging;
     std::size_t shard = 0;
+    bool isJob = false;
 };
 
 void describeOrder(CLI::App& app, Arguments& arguments) {
@@ -50,15 +56,41 @@ void describeOrder(CLI::App& app, Arguments& arguments) {
         ->excludes(count);
 }
 
-void describeJobs(CLI::App& app, Arguments& arguments) {
-    app.add_option("--jobs", arguments.options.sizes.jobs,
-                   "how many shards are done at once (default: one for each processor)")
+void describeEngine(CLI::App& app, Arguments& arguments) {
+    app.add_option("--jobs", arguments.jobs,
+                   "how many shards are done at once (default: one for each processor, and with "
+                   "--slurm as many as Slurm starts)")
         ->check(CLI::PositiveNumber);
+    CLI::Option* const slurm =
+        app.add_flag("--slurm", arguments.slurm, "let a Slurm cluster do the shards");
+    app.add_option("--sbatch", arguments.sbatch,
+                   "further options of sbatch, such as \"--partition=long --time=60\"")
+        ->needs(slurm);
+}
+
+/// Splits at blanks. What contains blanks is quoted.
+std::vector<std::string> splitWords(const std::string& text) {
+    std::istringstream stream(text);
+    std::vector<std::string> words;
+    for (std::string word; stream >> std::quoted(word);) {
+        words.push_back(word);
+    }
+    return words;
+}
+
+void chooseEngine(Arguments& arguments) {
+    TilesOptions& options = arguments.options;
+    if (arguments.slurm) {
+        options.slurm = SlurmOptions{splitWords(arguments.sbatch), arguments.jobs};
+        options.sizes.jobs = 0;
+    } else if (arguments.jobs > 0) {
+        options.sizes.jobs = arguments.jobs;
+    }
 }
 
 void describeRun(CLI::App& app, Arguments& arguments) {
     describeOrder(app, arguments);
-    describeJobs(app, arguments);
+    describeEngine(app, arguments);
     app.add_flag("--keep-staging", arguments.options.keepStaging,
                  "keep the staging directory after the run");
     app.add_flag("--pipe", arguments.pipe, "messages for a host program, as -pipe of Veldtrim");
@@ -80,7 +112,7 @@ bool parse(CLI::App& app, std::vector<std::string> words, int& exitCode) {
 }
 
 int run(CLI::App& app, const std::vector<std::string>& words, Arguments& arguments) {
-    app.description("Does what Veldtrim does, on all processors, with the same result.");
+    app.description("Does what Veldtrim does, on all processors or on a cluster, with the same result.");
     describeRun(app, arguments);
     app.set_version_flag("--version", VELDTRIM_VERSION);
     app.footer(
@@ -94,6 +126,7 @@ int run(CLI::App& app, const std::vector<std::string>& words, Arguments& argumen
     if (!parse(app, words, exitCode)) {
         return exitCode;
     }
+    chooseEngine(arguments);
     reportStart();
     MessageSender::Instance(arguments.pipe);
     return reportOutcome([&] { return runInShards(arguments.order, arguments.options); });
@@ -111,11 +144,12 @@ int index(CLI::App& app, const std::vector<std::string>& words, Arguments& argum
     app.description("Makes a GeoJSON file with the bounds of all tiles, or brings it up to date.");
     app.add_option("scans", arguments.order.scans, "directory of the tiles")->required();
     app.add_option("tile-index", arguments.options.tileIndex, "tile index")->required();
-    describeJobs(app, arguments);
+    describeEngine(app, arguments);
     int exitCode = done;
     if (!parse(app, words, exitCode)) {
         return exitCode;
     }
+    chooseEngine(arguments);
     MessageSender::Instance(false);
     return indexTiles(arguments.order.scans, arguments.options);
 }
@@ -140,9 +174,14 @@ int merge(CLI::App& app, const std::vector<std::string>& words, Arguments& argum
     app.add_flag("--keep-staging", arguments.options.keepStaging,
                  "keep the staging directory after the merge");
     app.add_flag("--pipe", arguments.pipe, "messages for a host program, as -pipe of Veldtrim");
+    app.add_flag("--from-engine", arguments.isJob)->group(""); // for the jobs of --slurm
     int exitCode = done;
     if (!parse(app, words, exitCode)) {
         return exitCode;
+    }
+    if (arguments.isJob) {
+        noteStopSignals();
+        return mergeAsJob(arguments.staging);
     }
     MessageSender::Instance(arguments.pipe);
     return reportOutcome(

@@ -123,7 +123,11 @@ ShardReport loadDone(const Staging& staging, std::size_t number) {
     return report;
 }
 
-MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStaging) {
+std::optional<MergeResult> mergeShards(const Staging& staging, const Plan& plan, AfterMerge after) {
+    const FileLock lock(staging.mergeLock());
+    if (!lock.isHeld()) {
+        return {};
+    }
     MergeResult result;
     result.hadInput = plan.leftOut > 0;
     std::int64_t total = 0;
@@ -133,7 +137,7 @@ MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStagi
     fs::create_directory(staging.joining());
     for (std::size_t number = 1; number <= plan.shardCount(); ++number) {
         if (stopRequested()) {
-            throw std::runtime_error("interrupted: give the same command to go on");
+            throw std::runtime_error(interruptedText);
         }
         const ShardReport report = loadDone(staging, number);
         result.hadInput |= report.hadInput;
@@ -153,18 +157,8 @@ MergeResult mergeShards(const Staging& staging, const Plan& plan, bool keepStagi
             reportState(error.what()); // the next run reads these tiles again
         }
     }
-    if (keepStaging && result.hadInput) {
-        fs::remove(staging.publishing()); // there is nothing left to finish
-        return result;
-    }
-    try {
-        removeStaging(staging);
-    } catch (const fs::filesystem_error& error) {
-        reportState(error.what()); // on NFS, for example, while a late attempt has a file open
-    }
-    if (!result.hadInput) {
-        fs::create_directory(plan.absolute(plan.shownOutput())); // as one run does
-    }
+    finishMerge(staging,
+                !result.hadInput && after == AfterMerge::Keep ? AfterMerge::Remove : after);
     return result;
 }
 
@@ -177,14 +171,32 @@ void mergeIndex(const Staging& staging, const Plan& plan) {
     removeStaging(staging);
 }
 
-bool finishMerge(const Staging& staging, const std::string& outputDirectory) {
+bool isPublished(const Staging& staging, const std::string& outputDirectory) {
     const std::string number = readWhole(staging.publishing());
     const FileState output = fileState(outputDirectory);
-    if (number.empty() || !output.exists || number != std::to_string(output.number)) {
-        return false;
+    return !number.empty() && output.exists && number == std::to_string(output.number);
+}
+
+bool isPublished(const Staging& staging, const Plan& plan) {
+    return isPublished(staging, plan.absolute(plan.shownOutput()));
+}
+
+void finishMerge(const Staging& staging, AfterMerge after) {
+    try {
+        switch (after) {
+        case AfterMerge::Remove:
+            removeStaging(staging);
+            break;
+        case AfterMerge::Keep:
+            fs::remove(staging.publishing()); // there is nothing left to finish
+            break;
+        case AfterMerge::Hand:
+            removeResults(staging);
+            break;
+        }
+    } catch (const fs::filesystem_error& error) {
+        reportState(error.what()); // on NFS, for example, while a late attempt has a file open
     }
-    removeStaging(staging);
-    return true;
 }
 
 } // namespace veldtrim

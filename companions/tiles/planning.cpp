@@ -25,6 +25,10 @@ constexpr std::int64_t smallestUsualShard = std::int64_t{8} << 20;
 constexpr std::int64_t largestUsualShard = std::int64_t{4} << 30;
 constexpr std::int64_t usualShardsPerJob = 8;
 
+/// On a cluster, to start a shard takes seconds, and centres ask for arrays of a few hundred tasks.
+constexpr std::int64_t smallestClusterShard = std::int64_t{1} << 30;
+constexpr std::int64_t mostUsualClusterShards = 800;
+
 std::int64_t weight(const Piece& piece) {
     return piece.bytes() + weightOfTile;
 }
@@ -90,8 +94,10 @@ Division divide(const std::vector<Piece>& tiles, const ShardSizes& sizes) {
     } else {
         const auto weights = all + static_cast<std::int64_t>(tiles.size()) * weightOfTile;
         const std::int64_t size =
-            std::clamp(weights / (usualShardsPerJob * std::max(sizes.jobs, 1)), smallestUsualShard,
-                       largestUsualShard);
+            sizes.jobs == 0
+                ? std::max(dividedUp(weights, mostUsualClusterShards), smallestClusterShard)
+                : std::clamp(weights / (usualShardsPerJob * sizes.jobs), smallestUsualShard,
+                             largestUsualShard);
         division = {size, dividedUp(weights, size)};
     }
     if (division.count > mostShards) {

@@ -13,7 +13,7 @@ namespace veldtrim {
 struct ShardSizes {
     std::int64_t shards = 0; ///< number of shards, or 0
     std::int64_t bytes = 0;  ///< bytes of a shard, or 0
-    int jobs = 1;            ///< how many shards are clipped at once, if neither is given
+    int jobs = 1; ///< how many shards are clipped at once, or 0 for a cluster; if neither is given
 };
 
 /// The most shards of a plan.
@@ -31,7 +31,8 @@ struct Division {
 };
 
 /// Returns how to divide a run over the tiles. If neither size nor number is given, a shard takes
-/// some minutes at most, and every job gets several shards. Throws std::runtime_error if there
+/// some minutes at most, and every job gets several shards; a cluster gets some hundred shards at
+/// most, which take longer if need be. Throws std::runtime_error if there
 /// would be more than `mostShards` shards.
 Division divide(const std::vector<Piece>& tiles, const ShardSizes& sizes);
 

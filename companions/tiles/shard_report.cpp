@@ -151,6 +151,7 @@ std::string reportText(const ShardReport& report) {
               {"hadInput", report.hadInput},
               {"clipped", report.clipped},
               {"failure", report.failure},
+              {"final", report.isFinal},
               {"partRecords", report.partRecords},
               {"files", Json::array()},
               {"bounds", Json::array()},
@@ -175,6 +176,7 @@ bool readReport(std::string_view text, ShardReport& report) {
         report.hadInput = json.at("hadInput").get<bool>();
         report.clipped = json.at("clipped").get<std::int64_t>();
         report.failure = json.at("failure").get<std::string>();
+        report.isFinal = json.at("final").get<bool>();
         report.partRecords = json.at("partRecords").get<decltype(report.partRecords)>();
         for (const Json& file : json.at("files")) {
             report.files.push_back({file.at(0).get<std::size_t>(), file.at(1).get<std::int64_t>()});

@@ -51,6 +51,8 @@ struct ShardReport {
 
     /// Why the attempt failed; empty if it did not. May be a message's text.
     std::string failure;
+
+    bool isFinal = false; ///< whether no other attempt follows the one that failed
 };
 
 /// Returns the messages in the JSON lines of a run, without its progress.

@@ -5,7 +5,6 @@
 #include "status/report_error.h"
 #include "status/report_state.h"
 #include "tiles/merge.h"
-#include "tiles/shard_report.h"
 
 #include <charconv>
 #include <numeric>
@@ -30,24 +29,35 @@ void send(const RunMessage& message, const std::string& text) {
     }
 }
 
+/// Visits the numbers with which the names in a directory begin. None if it does not exist.
+template <typename Visit>
+void visitNumbers(const std::string& directory, const Visit& visit) {
+    namespace fs = boost::filesystem;
+    boost::system::error_code error;
+    for (fs::directory_iterator at(directory, error), end; !error && at != end;
+         at.increment(error)) {
+        const std::string name = at->path().filename().string();
+        std::size_t number = 0;
+        std::from_chars(name.data(), name.data() + name.size(), number);
+        visit(number);
+    }
+}
+
 } // namespace
 
 ShardWatch::ShardWatch(const Staging& staging, const Plan& plan)
     : staging_(staging), plan_(plan), isDone_(plan.shardCount(), false),
+      hadInput_(plan.leftOut > 0),
       bytes_(std::accumulate(plan.shardBytes.begin(), plan.shardBytes.end(), std::int64_t{0})) {}
 
 void ShardWatch::update() {
-    namespace fs = boost::filesystem;
-    for (const fs::directory_entry& entry : fs::directory_iterator(staging_.doneShards())) {
-        const std::string name = entry.path().filename().string();
-        std::size_t number = 0;
-        std::from_chars(name.data(), name.data() + name.size(), number);
+    visitNumbers(staging_.doneShards(), [&](std::size_t number) {
         if (number >= 1 && number <= isDone_.size() && !isDone_[number - 1]) {
             tell(number);
             isDone_[number - 1] = true;
             bytesDone_ += plan_.shardBytes[number - 1];
         }
-    }
+    });
     const double position =
         bytes_ == 0 ? 0.0 : 100.0 * static_cast<double>(bytesDone_) / static_cast<double>(bytes_);
     // Without steps, it is no stretch of records, of which the progress line would tell the speed.
@@ -66,6 +76,7 @@ std::vector<std::size_t> ShardWatch::pending() const {
 
 void ShardWatch::tell(std::size_t number) {
     const ShardReport report = loadDone(staging_, number);
+    hadInput_ |= report.hadInput;
     if (!report.messages.empty()) {
         const Shard shard = loadShard(staging_, number);
         for (const RunMessage& message : report.messages) {
@@ -77,27 +88,33 @@ void ShardWatch::tell(std::size_t number) {
     }
 }
 
-std::size_t ShardWatch::tellFailures() const {
-    std::size_t failures = 0;
-    for (const std::size_t number : pending()) {
+std::size_t ShardWatch::tellFailures(bool onlyFinal) {
+    std::set<std::size_t> numbers;
+    visitNumbers(staging_.failures(), [&](std::size_t number) { numbers.insert(number); });
+    for (const std::size_t number : numbers) {
         ShardReport report;
-        if (!readReport(readWhole(staging_.failure(number)), report)) {
-            continue;
+        if (number >= 1 && number <= isDone_.size() && !isDone_[number - 1] &&
+            !failed_.contains(number) && readReport(readWhole(staging_.failure(number)), report) &&
+            (report.isFinal || !onlyFinal)) {
+            tellFailure(number, report);
+            failed_.insert(number);
         }
-        ++failures;
-        const Shard shard = loadShard(staging_, number);
-        bool hasError = false;
-        for (const RunMessage& message : report.messages) {
-            hasError |= message.kind == "error";
-            send(message, withUsersPaths(message.text, plan_, shard));
-        }
-        if (!hasError) {
-            ErrorMessage(runErrorCode, withUsersPaths(report.failure, plan_, shard));
-        }
-        reportState("Shard " + std::to_string(number) + " failed; its log is " +
-                    staging_.failureLog(number));
     }
-    return failures;
+    return failed_.size();
+}
+
+void ShardWatch::tellFailure(std::size_t number, const ShardReport& report) const {
+    const Shard shard = loadShard(staging_, number);
+    bool hasError = false;
+    for (const RunMessage& message : report.messages) {
+        hasError |= message.kind == "error";
+        send(message, withUsersPaths(message.text, plan_, shard));
+    }
+    if (!hasError) {
+        ErrorMessage(runErrorCode, withUsersPaths(report.failure, plan_, shard));
+    }
+    reportState("Shard " + std::to_string(number) + " failed; its log is " +
+                staging_.failureLog(number));
 }
 
 } // namespace veldtrim

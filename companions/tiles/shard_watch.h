@@ -2,10 +2,12 @@
 #pragma once
 
 #include "tiles/plan.h"
+#include "tiles/shard_report.h"
 #include "tiles/staging.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 namespace veldtrim {
@@ -24,15 +26,24 @@ public:
     /// Returns the numbers of the shards that were not done at the last update.
     [[nodiscard]] std::vector<std::size_t> pending() const;
 
-    /// Tells why shards failed, and where more about it is found. Returns how many did.
-    [[nodiscard]] std::size_t tellFailures() const;
+    /// Whether a shard that was done at the last update had an input file, or whether there is a
+    /// tile that need not be read.
+    [[nodiscard]] bool hadInput() const { return hadInput_; }
+
+    /// Tells why shards failed that are not done, and where more about it is found, but no shard
+    /// twice. `onlyFinal` leaves out those that another attempt may still finish. Returns how many
+    /// failed so far.
+    std::size_t tellFailures(bool onlyFinal);
 
 private:
     void tell(std::size_t number);
+    void tellFailure(std::size_t number, const ShardReport& report) const;
 
     const Staging& staging_;
     const Plan& plan_;
     std::vector<bool> isDone_; ///< by the number of the shard, less 1
+    std::set<std::size_t> failed_;
+    bool hadInput_;
     std::int64_t bytes_ = 0;
     std::int64_t bytesDone_ = 0;
 };

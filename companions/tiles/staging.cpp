@@ -1,12 +1,13 @@
 #include "tiles/staging.h"
 
 #include "platform/file.h"
+#include "tiles/shard_report.h"
 
-#include <array>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
 
+#include <boost/filesystem/directory.hpp>
 #include <boost/filesystem/exception.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
@@ -18,6 +19,21 @@ namespace fs = boost::filesystem;
 namespace {
 
 constexpr std::string_view stagingEnding = ".staging";
+
+/// Removes a file or directory in which a late attempt may still be creating files. Throws
+/// fs::filesystem_error if something is left.
+void removeAll(const fs::path& place) {
+    for (int more = 3; more >= 0; --more) {
+        boost::system::error_code error;
+        fs::remove_all(place, error);
+        if (!error) {
+            break;
+        }
+        if (more == 0) {
+            throw fs::filesystem_error("cannot remove", place, error);
+        }
+    }
+}
 
 } // namespace
 
@@ -61,24 +77,23 @@ std::unique_ptr<FileLock> takeStaging(const Staging& staging) {
     }
 }
 
-void removeStaging(const Staging& staging) {
-    const std::array<std::string, 9> places{
-        staging.attempts(), staging.doneShards(), staging.failures(),
-        staging.engine(),   staging.engineLog(),  staging.merged(),
-        staging.joining(),  staging.plan(),       staging.plan() + ".new"};
-    for (const std::string& place : places) {
-        // A late attempt may still be creating files in its directory.
-        for (int more = 3; more >= 0; --more) {
-            boost::system::error_code error;
-            fs::remove_all(place, error);
-            if (!error) {
-                break;
-            }
-            if (more == 0) {
-                throw fs::filesystem_error("cannot remove", place, error);
-            }
-        }
+void removeResults(const Staging& staging) {
+    removeAll(staging.joining());
+    removeAll(staging.attempts());
+    for (const fs::directory_entry& shard : fs::directory_iterator(staging.doneShards())) {
+        removeAll(shard.path() / outputFolder);
     }
+}
+
+void removeStaging(const Staging& staging) {
+    // The plan last: another one must not find the shards of this one.
+    for (const std::string& place :
+         {staging.attempts(), staging.doneShards(), staging.failures(), staging.engine(),
+          staging.engineLog(), staging.slurm(), staging.merged(), staging.joining(), staging.plan(),
+          staging.plan() + ".new"}) {
+        removeAll(place);
+    }
+    fs::remove(staging.mergeLock());
     fs::remove(staging.lock());
     fs::remove(staging.publishing());
     fs::remove(staging.root());

@@ -13,13 +13,21 @@
 
 namespace veldtrim {
 
+/// The error of a command that a signal stopped.
+inline constexpr const char* interruptedText = "interrupted: give the same command to go on";
+
 /// The places in a staging directory. Shards are numbered from 1.
 class Staging {
 public:
     explicit Staging(std::string root) : root_(std::move(root)) {}
 
     [[nodiscard]] const std::string& root() const { return root_; }
+
+    /// Locked by the command that plans the run and waits for its end.
     [[nodiscard]] std::string lock() const { return in("lock"); }
+
+    /// Locked by whoever merges: that command, or a job.
+    [[nodiscard]] std::string mergeLock() const { return in("merging"); }
 
     /// The plan: complete, or not there.
     [[nodiscard]] std::string plan() const { return in("plan"); }
@@ -49,6 +57,9 @@ public:
     [[nodiscard]] std::string engineLog() const { return in("engine.log"); }
     [[nodiscard]] std::string engine() const { return in("engine"); }
 
+    /// What Slurm needs of a run: the name of its jobs, their scripts and logs.
+    [[nodiscard]] std::string slurm() const { return in("slurm"); }
+
     /// The directory that becomes the output directory, the parts that are being joined, and a file
     /// that says which directory that is.
     [[nodiscard]] std::string merged() const { return in("merged"); }
@@ -77,6 +88,9 @@ std::string outputDirectoryFor(const Staging& staging);
 /// another command has it, or if it is a directory of somebody else's, and what the file system
 /// throws if it cannot be created.
 std::unique_ptr<FileLock> takeStaging(const Staging& staging);
+
+/// Removes the output files of the shards, and what was joined of them.
+void removeResults(const Staging& staging);
 
 /// Removes the staging directory. Whatever interrupts this, the file that says which directory was
 /// published is removed last.

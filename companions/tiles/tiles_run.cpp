@@ -4,15 +4,19 @@
 #include "run/workspace_checks.h"
 #include "status/console.h"
 #include "status/report_state.h"
-#include "tiles/engine.h"
+#include "tiles/local_engine.h"
 #include "tiles/merge.h"
 #include "tiles/preparation.h"
 #include "tiles/shard_watch.h"
+#include "tiles/slurm_engine.h"
 
-#include <algorithm>
 #include <chrono>
+#include <exception>
+#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 
 #include <boost/filesystem/operations.hpp>
 
@@ -22,85 +26,61 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-/// Stops the engine and all its jobs, which remove what they have not published.
-void stop(ChildProcess& engine) {
-    constexpr int patience = 3000; // milliseconds
-    engine.stop();
-    // GNU parallel waits for its jobs at the first signal and ends them at the second.
-    if (!engine.waitFor(patience)) {
-        engine.stop();
-        engine.wait();
-    }
-}
-
-/// Waits for the end of the engine, and tells what the shards say. Returns false if a signal asked
-/// to stop.
-bool watch(ChildProcess& engine, ShardWatch& shards) {
-    using Clock = std::chrono::steady_clock;
-    using std::chrono::milliseconds;
-    constexpr milliseconds shortestPause{100};
-    milliseconds pause = shortestPause;
-    while (!engine.waitFor(static_cast<int>(pause.count()))) {
-        if (stopRequested()) {
-            stop(engine);
-            return false;
-        }
-        const auto begun = Clock::now();
-        shards.update();
-        // A directory of many shards takes long to read, which must not slow down the jobs.
-        const auto taken = std::chrono::duration_cast<milliseconds>(Clock::now() - begun);
-        pause = std::max(shortestPause, 20 * taken);
-    }
-    shards.update();
-    return true;
+AfterMerge afterMerge(bool keepStaging) {
+    return keepStaging ? AfterMerge::Keep : AfterMerge::Remove;
 }
 
 /// Lets the engine clip the shards that are not done. Returns whether all are done.
-bool clipShards(const Staging& staging, ShardWatch& shards, int jobs) {
-    fs::remove_all(staging.failures());
-    fs::create_directory(staging.failures());
-    std::string numbers;
-    for (const std::size_t number : shards.pending()) {
-        numbers += std::to_string(number) + '\n';
-    }
-    if (numbers.empty()) {
-        return true;
-    }
-    fs::create_directory(staging.engine());
-    writeWhole(staging.engine() + "/numbers", numbers);
-    noteStopSignals();
-    const std::unique_ptr<ChildProcess> engine = startParallel(staging, "engine/numbers", jobs);
-    if (!watch(*engine, shards)) {
-        throw std::runtime_error("interrupted: give the same command to go on");
-    }
-    if (shards.pending().empty()) {
-        return true;
-    }
-    if (shards.tellFailures() == 0) {
-        throw std::runtime_error("shards were not clipped: see " + staging.engineLog());
-    }
-    reportState("Give the same command to go on; what is done is in " + staging.root());
-    return false;
+bool clipShards(const PreparedRun& run, ShardWatch& shards, const TilesOptions& options) {
+    shards.update();
+    return options.slurm ? runOnSlurm(run.staging, run.plan, shards, *options.slurm)
+                         : clipOnThisMachine(run.staging, shards, options.sizes.jobs);
 }
 
-int mergeAndReport(const Staging& staging, const Plan& plan, bool keepStaging) {
-    if (!mergeShards(staging, plan, keepStaging).hadInput) {
+/// Ends a run that is complete as one run ends, which leaves an empty directory if it has no input.
+int endRun(const Plan& plan, bool hadInput) {
+    if (!hadInput) {
+        fs::create_directory(plan.absolute(plan.shownOutput()));
         return reportNoInputFiles();
     }
     reportEndOfProgress();
     return 0;
 }
 
-/// Finishes what a command left that was interrupted after it had published the output directory.
-/// Returns false if there is none, or if it is still at work.
-bool finishInterrupted(const std::string& output) {
+int mergeHere(const Staging& staging, const Plan& plan, AfterMerge after) {
+    const std::optional<MergeResult> result = mergeShards(staging, plan, after);
+    if (!result) {
+        throw std::runtime_error("a job merges the shards in " + staging.root() +
+                                 ": give the same command when it has ended");
+    }
+    return endRun(plan, result->hadInput);
+}
+
+/// Tells what the shards of a run said whose jobs went on when its command was ended.
+void tellShards(const Staging& staging) {
+    try {
+        const Plan plan = loadPlan(staging);
+        ShardWatch(staging, plan).update();
+    } catch (const std::exception&) {
+        return; // the command told it before it was ended
+    }
+}
+
+/// Finishes what a command left that was interrupted after it had published the output directory,
+/// or that its jobs did. Returns false if there is none, or if a command is still at work.
+bool finishInterrupted(const std::string& output, AfterMerge after) {
     const Staging staging = stagingFor(output);
-    if (!fs::exists(staging.publishing())) {
+    if (!isPublished(staging, output)) {
         return false;
     }
     try {
         const FileLock lock(staging.lock());
-        return lock.isHeld() && finishMerge(staging, output);
+        if (!lock.isHeld() || !isPublished(staging, output)) {
+            return false;
+        }
+        tellShards(staging);
+        finishMerge(staging, after);
+        return true;
     } catch (const std::system_error&) {
         return false; // it has just removed the directory
     }
@@ -109,7 +89,8 @@ bool finishInterrupted(const std::string& output) {
 } // namespace
 
 int runInShards(const Order& order, const TilesOptions& options) {
-    if (finishInterrupted(outputDirectoryOf(order))) {
+    const AfterMerge after = afterMerge(options.keepStaging);
+    if (finishInterrupted(outputDirectoryOf(order), after)) {
         reportEndOfProgress();
         return 0;
     }
@@ -118,18 +99,20 @@ int runInShards(const Order& order, const TilesOptions& options) {
         return 1;
     }
     ShardWatch shards(run->staging, run->plan);
-    shards.update();
-    if (!clipShards(run->staging, shards, options.sizes.jobs)) {
+    if (!clipShards(*run, shards, options)) {
         return 1;
     }
-    return mergeAndReport(run->staging, run->plan, options.keepStaging);
+    if (!options.slurm) {
+        return mergeHere(run->staging, run->plan, after);
+    }
+    finishMerge(run->staging, shards.hadInput() ? after : AfterMerge::Remove);
+    return endRun(run->plan, shards.hadInput());
 }
 
 int indexTiles(const std::string& scans, const TilesOptions& options) {
     const PreparedRun run = prepareIndex(scans, options.tileIndex, options.sizes);
     ShardWatch shards(run.staging, run.plan);
-    shards.update();
-    if (!clipShards(run.staging, shards, options.sizes.jobs)) {
+    if (!clipShards(run, shards, options)) {
         return 1;
     }
     mergeIndex(run.staging, run.plan);
@@ -151,13 +134,28 @@ int mergeRun(const std::string& stagingDirectory, bool keepStaging) {
         throw std::runtime_error("no plan in " + staging.root());
     }
     const std::unique_ptr<FileLock> lock = takeStaging(staging);
-    if (finishMerge(staging, outputDirectoryFor(staging))) {
+    if (isPublished(staging, outputDirectoryFor(staging))) {
+        finishMerge(staging, afterMerge(keepStaging));
         return 0;
     }
     const Plan plan = loadPlan(staging);
     ShardWatch shards(staging, plan);
     shards.update();
-    return mergeAndReport(staging, plan, keepStaging);
+    return mergeHere(staging, plan, afterMerge(keepStaging));
+}
+
+int mergeAsJob(const std::string& stagingDirectory) {
+    const Staging staging(stagingDirectory);
+    const Plan plan = loadPlan(staging);
+    constexpr std::chrono::seconds pause{1};
+    // A machine that was taken for dead may still be at it.
+    while (!isPublished(staging, plan) && !mergeShards(staging, plan, AfterMerge::Hand)) {
+        if (stopRequested()) {
+            throw std::runtime_error(interruptedText);
+        }
+        std::this_thread::sleep_for(pause);
+    }
+    return 0;
 }
 
 } // namespace veldtrim

@@ -3,14 +3,17 @@
 
 #include "tiles/plan.h"
 #include "tiles/planning.h"
+#include "tiles/slurm_jobs.h"
 
+#include <optional>
 #include <string>
 
 namespace veldtrim {
 
 /// What a run in shards does besides the order of one run.
 struct TilesOptions {
-    ShardSizes sizes;         ///< `jobs` says how many shards are clipped at once
+    ShardSizes sizes;         ///< `jobs` says how many shards are clipped at once on this machine
+    std::optional<SlurmOptions> slurm; ///< if Slurm is to clip the shards
     std::string tileIndex;    ///< path of the tile index; empty if there is none
     bool keepStaging = false; ///< whether the staging directory stays after the run
 };
@@ -37,5 +40,10 @@ int indexTiles(const std::string& scans, const TilesOptions& options);
 /// directory is complete, and 1 if there were no input files. Throws what mergeShards throws, and
 /// std::runtime_error if another command is at work there.
 int mergeRun(const std::string& stagingDirectory, bool keepStaging);
+
+/// The same as a job of an engine, for a command that waits for it, or another one later: that
+/// command tells what the shards said. Does nothing if the shards are merged, and waits if another
+/// job merges them. Returns 0; throws what mergeShards throws.
+int mergeAsJob(const std::string& stagingDirectory);
 
 } // namespace veldtrim

@@ -122,6 +122,29 @@ def test_interrupted(tiles, area, how):
     assert read_tree(area / "clipped") == expected
 
 
+HASTY_ENGINE = """#!/bin/sh
+# GNU parallel at the moment at which it has started a job and not noted it.
+trap 'exit 255' TERM
+for number in $(cat); do setsid sh -c "\"$VELDTRIM_TILES\" clip . $number" & done
+sleep 60 & wait
+"""
+
+
+def test_engine_that_leaves_jobs_behind(tiles, area):
+    """They are ended all the same, so that nothing is at work after the command."""
+    write_tree(area, {"programs/parallel": HASTY_ENGINE})
+    (area / "programs/parallel").chmod(0o755)
+    process = tiles.start(area, *ARGUMENTS, *SHARDS, **quiet(), env={
+        **os.environ, "PATH": f"{area}/programs:{os.environ['PATH']}"})
+    while len(list(area.glob("clipped.staging/attempts/*"))) < 3:
+        assert process.poll() is None
+    jobs = descendants(process.pid)
+    process.terminate()
+    assert process.wait(60) == 1
+    assert len(jobs) >= 3 and not set(jobs) & set(running())
+    assert os.listdir(area / "clipped.staging/attempts") == []
+
+
 def test_two_commands_at_once(tiles, area):
     first = tiles.start(area, *ARGUMENTS, *SHARDS, **quiet())
     wait_for(area / "clipped.staging/plan")
@@ -175,10 +198,15 @@ def test_only_the_same_plan_goes_on(tiles, area, change, arguments, code):
     assert (area / "clipped").exists() == (code == 0)
 
 
-def test_engine_that_is_not_installed(tiles, workspace):
-    run = tiles.run(workspace, *ARGUMENTS, env={**os.environ, "PATH": "/nowhere"})
-    assert run.code == 1 and "GNU parallel is not installed" in run.stderr
-    assert tiles.run(workspace, *ARGUMENTS).code == 0
+@pytest.mark.parametrize("engine, words", [([], "GNU parallel is not installed"),
+                                           (["--slurm"], "Slurm is not installed")])
+def test_engine_that_is_not_installed(tiles, area, engine, words):
+    """A single shard needs none on this machine."""
+    nowhere = {**os.environ, "PATH": "/nowhere"}
+    run = tiles.run(area, *ARGUMENTS, *engine, "--shards", 2, env=nowhere)
+    assert run.code == 1 and words in run.stderr
+    shutil.rmtree(area / "clipped.staging")
+    assert tiles.run(area, *ARGUMENTS, "--shards", 1, env=nowhere).code == 0
 
 
 def test_directory_of_somebody_else(tiles, workspace):

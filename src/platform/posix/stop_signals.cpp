@@ -16,9 +16,12 @@ void note(int /*signal*/) {
 
 } // namespace
 
-void noteStopSignals() {
+void noteStopSignals(StopSignals signals) {
     for (const int each : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction action {};
+        if (each == SIGHUP && signals == StopSignals::ExceptHangUp) {
+            continue;
+        }
         if (::sigaction(each, nullptr, &action) == 0 && action.sa_handler != SIG_IGN) {
             action = {};
             action.sa_handler = note;

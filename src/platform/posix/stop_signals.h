@@ -3,9 +3,12 @@
 
 namespace veldtrim {
 
-/// Makes SIGINT (Ctrl-C), SIGTERM and SIGHUP be noted instead of ending the process. A signal that
-/// is ignored, as SIGHUP is under nohup, stays ignored.
-void noteStopSignals();
+/// SIGINT (Ctrl-C), SIGTERM and SIGHUP (the terminal is closed), or only the first two.
+enum class StopSignals : bool { ExceptHangUp, All };
+
+/// Makes the signals be noted instead of ending the process. A signal that is ignored, as SIGHUP is
+/// under nohup, stays ignored.
+void noteStopSignals(StopSignals signals = StopSignals::All);
 
 /// Whether one of these signals has arrived since.
 bool stopRequested() noexcept;
