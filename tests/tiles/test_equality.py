@@ -111,6 +111,9 @@ def test_random_workspace(tiles, tmp_path, seed):
         (["./scans", "scans", "boundary.xml"], {}),
         (["./scans", "clipped", "boundary.xml"], {"clipped/mine": "kept"}),
         (["./scans", ".", "boundary.xml"], {}),
+        (["./scans", "none/clipped", "boundary.xml"], {}),
+        (["./scans", "file", "boundary.xml"], {"file": "mine"}),
+        (["./scans", "link", "boundary.xml"], {"link": Link("nowhere")}),
         (["./scans", "", "boundary.xml"], {}),
     ],
 )
@@ -125,14 +128,6 @@ def test_failed_checks(tiles, workspace, arguments, tree):
     assert expected.code == 1
     run = tiles.run(workspace, *arguments, "-pipe")
     assert (run.code, run.stdout, run.messages) == (1, expected.stdout, expected.messages)
-    assert read_tree(workspace) == before
-
-
-def test_output_that_is_a_file(tiles, workspace):
-    write_tree(workspace, {"clipped": "mine"})
-    before = read_tree(workspace)
-    run = tiles.run(workspace, *ARGUMENTS)
-    assert run.code == 1 and "File exists" in run.stderr
     assert read_tree(workspace) == before
 
 
