@@ -96,7 +96,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     veldtrim::BoundaryWriter writer([&xml](std::string_view piece) { xml += piece; });
     veldtrim::AreaWriter area(writer, {true, "bridge"});
     Import import(area);
-    const Json root = Json::parse(text, nullptr, false);
+    // This parser, too, would take a zero byte for the end of the text.
+    const Json root = text.find('\0') == std::string_view::npos
+                          ? Json::parse(text, nullptr, false)
+                          : Json(Json::value_t::discarded);
     try {
         veldtrim::readGeoJson(text, "id", import);
         require(!root.is_discarded(), "broken JSON is refused");

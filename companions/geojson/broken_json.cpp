@@ -11,7 +11,9 @@ std::string describeBrokenJson(std::string_view text, std::size_t position,
     const std::string_view read = text.substr(0, std::max<std::size_t>(position, 1) - 1);
     const std::size_t lineStart = read.rfind('\n') + 1; // 0 if there is none
     // The parser's text begins with a code in brackets and names the place after its own fashion.
-    error.remove_prefix(std::min(error.find("] ") + 2, error.size()));
+    if (error.starts_with('[')) {
+        error.remove_prefix(std::min(error.find("] ") + 2, error.size()));
+    }
     if (const std::size_t place = error.find(": "); error.starts_with("parse error at")) {
         error.remove_prefix(place + 2);
     }

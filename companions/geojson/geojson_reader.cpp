@@ -252,15 +252,20 @@ void Events::deliver(GeoJsonObject& object, std::string type, CoordinateArrays& 
 
 bool Events::parse_error(std::size_t position, const std::string& /*token*/,
                          const nlohmann::detail::exception& error) {
+    constexpr char recordSeparator = '\x1E'; // before each text, RFC 8142
     const bool isSecondText =
         open_.empty() && features_ > 0 && position > 0 && text_.substr(position - 1, 1) == "{";
     throw GeoJsonFault(describeBrokenJson(text_, position, error.what()) +
-                       (isSecondText ? convertAdvice : ""));
+                       (isSecondText || text_.starts_with(recordSeparator) ? convertAdvice : ""));
 }
 
 } // namespace
 
 void readGeoJson(std::string_view text, const std::string& idProperty, FeatureSink& sink) {
+    // The parser takes a zero byte for the end of the text.
+    if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos) {
+        throw GeoJsonFault(describeBrokenJson(text, zero + 1, "a zero byte"));
+    }
     Events events(text, idProperty, sink);
     Json::sax_parse(text.begin(), text.end(), &events);
 }

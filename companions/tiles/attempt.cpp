@@ -62,9 +62,6 @@ Attempt::Attempt(const Staging& staging, const Plan& plan, std::size_t number, c
 Attempt::~Attempt() {
     boost::system::error_code ignored;
     fs::remove_all(directory_, ignored);
-    if (!copies_.empty()) {
-        fs::remove_all(copies_, ignored);
-    }
 }
 
 ShardReport Attempt::run() {
@@ -126,15 +123,13 @@ void Attempt::measurePieces(ShardReport& report) {
 }
 
 std::string Attempt::pathOf(std::size_t piece) const {
-    return shard_[piece].isPart() ? copies_ + '/' + pieceFile(piece)
+    return shard_[piece].isPart() ? copies_.at(piece).path()
                                   : (fs::path(in(scansLink)) / shard_[piece].name).string();
 }
 
 void Attempt::copyPart(std::size_t index, ShardReport& report) {
-    if (copies_.empty()) {
-        copies_ = newDirectory(fs::absolute(fs::temp_directory_path()) / "veldtrim-tiles");
-    }
     const Piece& piece = shard_[index];
+    copies_.emplace(index, UnnamedFile::in(fs::temp_directory_path().string()));
     const std::string source = (fs::path(in(scansLink)) / piece.name).string();
     const std::string copy = pathOf(index);
     const std::int64_t records = veldtrim::copyPart(source, piece.begin, piece.end, copy);
@@ -191,6 +186,7 @@ void Attempt::readResults(ShardReport& report) {
 }
 
 bool Attempt::publish(const ShardReport& report) {
+    fs::remove_all(in(inputFolder)); // the merge would have to remove the links of all shards
     writeWhole(in(reportFile), reportText(report));
     const std::error_code error = renameToNewName(directory_, staging_.done(number_));
     if (error && error != std::errc::file_exists) {

@@ -1,12 +1,13 @@
 /// One attempt to clip a shard.
 #pragma once
 
-#include "platform/posix/memory_file.h"
+#include "platform/posix/unnamed_file.h"
 #include "tiles/plan.h"
 #include "tiles/shard_report.h"
 #include "tiles/staging.h"
 
 #include <cstddef>
+#include <map>
 #include <string>
 
 namespace veldtrim {
@@ -60,8 +61,8 @@ private:
     std::size_t number_;
     const Shard& shard_;
     std::string directory_;
-    MemoryFile messages_; ///< of Veldtrim; on a full disk they would be lost
-    std::string copies_;  ///< directory of the copied parts; empty if there are none
+    UnnamedFile messages_ = UnnamedFile::inMemory(); ///< of Veldtrim; a full disk would lose them
+    std::map<std::size_t, UnnamedFile> copies_;      ///< of the pieces that are parts of tiles
 };
 
 } // namespace veldtrim

@@ -69,8 +69,11 @@ std::vector<std::int64_t> cutPositions(const std::string& path, std::int64_t siz
     if (header == 0 || header > std::max(partSize, static_cast<std::int64_t>(blockSize))) {
         return positions;
     }
+    // Parts of the same size: small ends of many tiles would be many files in one shard.
+    const std::int64_t parts = std::max((size - 1) / partSize + 1, std::int64_t{1});
+    const std::int64_t evenSize = (size - 1) / parts + 1;
     std::int64_t last = header;
-    for (std::int64_t target = partSize; target < size; target += partSize) {
+    for (std::int64_t target = evenSize; target < size; target += evenSize) {
         if (target <= last) {
             continue;
         }
@@ -87,9 +90,9 @@ std::vector<std::int64_t> cutPositions(const std::string& path, std::int64_t siz
 std::int64_t copyPart(const std::string& from, std::int64_t begin, std::int64_t end,
                       const std::string& to) {
     PlatformFile source = openExisting(from);
-    PlatformFile target = PlatformFile::createForWriting(to);
+    PlatformFile target = PlatformFile::openForWriting(to);
     if (const std::error_code reason = target.openError()) {
-        throw std::system_error(reason, "cannot create " + to);
+        throw std::system_error(reason, "cannot write " + to);
     }
     std::int64_t lineFeeds = 0;
     const auto copy = [&](std::string_view block) {

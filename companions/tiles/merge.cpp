@@ -52,8 +52,10 @@ void moveTiles(const Staging& staging, std::size_t number, const Shard& shard,
             continue; // the total takes its place, as in one run
         }
         const std::string target = staging.merged() + '/' + piece.name;
-        if (fileState(source).exists) {
-            fs::rename(source, target);
+        boost::system::error_code error;
+        fs::rename(source, target, error);
+        if (error && error != boost::system::errc::no_such_file_or_directory) {
+            throw fs::filesystem_error("cannot move", source, target, error);
         }
         if (fileState(target).size != file.size) {
             fs::remove(target);

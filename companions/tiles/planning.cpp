@@ -76,7 +76,7 @@ std::vector<Piece> listTiles(const std::string& inputDirectory) {
         tile.name = fs::path(path).filename().string();
         tile.size = state.isRegular ? state.size : 0;
         tile.modified = state.modified;
-        tile.isReadable = state.isReadable;
+        tile.isReadable = isReadable(path);
         tiles.push_back(tile);
     });
     std::sort(tiles.begin(), tiles.end(),

@@ -18,17 +18,33 @@ namespace fs = boost::filesystem;
 
 namespace {
 
+/// Throws what a run throws that cannot create its output directory.
+[[noreturn]] void failToCreate(const std::string& output, const boost::system::error_code& error) {
+    throw fs::filesystem_error("boost::filesystem::create_directory", output, error);
+}
+
 /// Makes the checks of a run that precede any change on disk, and fills the model.
 std::optional<RunDirectories> check(const Order& order, BoundaryModel& model) {
     const auto [workspace, input] = splitInputPath(order.scans);
     std::optional<RunDirectories> directories =
         checkWorkspace(model, workspace, input, order.output, order.boundary);
     if (directories && fs::exists(fs::symlink_status(directories->output))) {
-        throw fs::filesystem_error(
-            "cannot create output directory", directories->output,
-            boost::system::errc::make_error_code(boost::system::errc::file_exists));
+        failToCreate(directories->output,
+                     boost::system::errc::make_error_code(boost::system::errc::file_exists));
     }
     return directories;
+}
+
+/// Takes the staging directory of a run. Where it cannot be created, nor can its output directory.
+std::unique_ptr<FileLock> takeStagingFor(const std::string& output, const Staging& staging) {
+    try {
+        return takeStaging(staging);
+    } catch (const fs::filesystem_error& error) {
+        if (error.path1() == staging.root() && !fs::exists(staging.root())) {
+            failToCreate(output, error.code());
+        }
+        throw;
+    }
 }
 
 /// Completes the plan with what depends on its shards and on the place of the command.
@@ -86,6 +102,7 @@ std::optional<PreparedRun> prepareRun(const Order& order, const std::string& til
     }
     std::vector<Piece> tiles = listTiles(directories->input);
     if (tiles.empty()) {
+        fs::create_directory(directories->output); // as one run does
         reportNoInputFiles();
         return {};
     }
@@ -95,7 +112,7 @@ std::optional<PreparedRun> prepareRun(const Order& order, const std::string& til
         markUnknown(tiles, index);
     }
     const Staging staging = stagingFor(directories->output);
-    std::unique_ptr<FileLock> lock = takeStaging(staging);
+    std::unique_ptr<FileLock> lock = takeStagingFor(directories->output, staging);
     try {
         if (!takePlan(staging, plan, sizes, tiles, directories->input)) {
             throw std::runtime_error(staging.root() +

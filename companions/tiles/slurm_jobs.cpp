@@ -1,9 +1,9 @@
 #include "tiles/slurm_jobs.h"
 
 #include "platform/posix/child_process.h"
-#include "platform/posix/memory_file.h"
 #include "platform/posix/own_program.h"
 #include "platform/posix/stop_signals.h"
+#include "platform/posix/unnamed_file.h"
 
 #include <algorithm>
 #include <array>
@@ -48,8 +48,8 @@ struct Answer {
 /// has to be carried out. Throws std::system_error if it cannot be started.
 enum class Kind : std::uint8_t { Question, Order };
 Answer ask(std::vector<std::string> words, const std::string& directory, Kind kind = Kind::Order) {
-    const MemoryFile output;
-    const MemoryFile errors;
+    const UnnamedFile output = UnnamedFile::inMemory();
+    const UnnamedFile errors = UnnamedFile::inMemory();
     ChildCommand command;
     command.words = std::move(words);
     command.directory = directory;

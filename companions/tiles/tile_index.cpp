@@ -2,14 +2,19 @@
 
 #include "geometry/tolerance.h"
 #include "platform/file.h"
+#include "platform/posix/file_lock.h"
+#include "platform/posix/stop_signals.h"
 #include "text/line_reader.h"
 #include "tiles/name_text.h"
 #include "tiles/staging.h"
 
+#include <chrono>
 #include <limits>
+#include <memory>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
+#include <thread>
 
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
@@ -69,39 +74,25 @@ void addFeature(const Json& feature, TileIndex& index) {
     index[decodeName(properties.at("tile").get<std::string>())] = tile;
 }
 
-} // namespace
-
-TileIndex readIndex(const std::string& path) {
-    TileIndex index;
-    if (!fs::exists(fs::symlink_status(path))) {
-        return index;
-    }
-    LineReader lines(path);
-    Line line;
-    const auto refuse = [&] {
-        throw std::runtime_error(path +
-                                 " is not a tile index of veldtrim-tiles, or cannot be read");
-    };
-    if (!lines.next(line) || line.text != firstLine) {
-        refuse();
-    }
-    while (lines.next(line) && line.raw != lastLine) {
-        std::string_view text = line.text;
-        if (text.ends_with(',')) {
-            text.remove_suffix(1);
+/// Creates and locks the file that becomes the index, so that commands bring it up to date one
+/// after the other. One that was killed may have left it.
+std::unique_ptr<FileLock> lockUnfinished(const std::string& unfinished) {
+    constexpr std::chrono::milliseconds pause{20};
+    for (;;) {
+        auto lock = std::make_unique<FileLock>(unfinished);
+        if (lock->isHeld() && lock->isInPlace()) {
+            return lock;
         }
-        try {
-            addFeature(Json::parse(text), index);
-        } catch (const std::exception&) {
-            refuse();
+        if (stopRequested()) {
+            throw std::runtime_error(interruptedText);
         }
+        std::this_thread::sleep_for(pause);
     }
-    return index;
 }
 
-void writeIndex(const std::string& path, const std::string& directory, const TileIndex& index) {
-    const std::string unfinished = path + ".part";
-    PlatformFile file = PlatformFile::openForWriting(unfinished);
+/// Writes a FeatureCollection with one feature on each line.
+void writeFeatures(const std::string& path, const std::string& directory, const TileIndex& index) {
+    PlatformFile file = PlatformFile::openForWriting(path);
     if (const std::error_code reason = file.openError()) {
         throw std::system_error(reason, "cannot write " + path);
     }
@@ -119,7 +110,39 @@ void writeIndex(const std::string& path, const std::string& directory, const Til
     }
     file.write(text.append("\n").append(lastLine));
     file.close();
-    fs::rename(unfinished, path);
+}
+
+} // namespace
+
+TileIndex readIndex(const std::string& path) {
+    TileIndex index;
+    if (!fs::exists(fs::symlink_status(path))) {
+        return index;
+    }
+    const auto refuse = [&] {
+        throw std::runtime_error(path +
+                                 " is not a tile index of veldtrim-tiles, or cannot be read");
+    };
+    if (!fs::is_regular_file(path)) {
+        refuse(); // reading a pipe could block
+    }
+    LineReader lines(path);
+    Line line;
+    if (!lines.next(line) || line.text != firstLine) {
+        refuse();
+    }
+    while (lines.next(line) && line.raw != lastLine) {
+        std::string_view text = line.text;
+        if (text.ends_with(',')) {
+            text.remove_suffix(1);
+        }
+        try {
+            addFeature(Json::parse(text), index);
+        } catch (const std::exception&) {
+            refuse();
+        }
+    }
+    return index;
 }
 
 bool isIndexed(const TileIndex& index, const Piece& tile) {
@@ -136,16 +159,25 @@ void markUnknown(std::vector<Piece>& tiles, const TileIndex& index) {
 
 void updateIndex(const std::string& path, const std::string& directory,
                  const std::vector<Piece>& tiles, const TileIndex& known) {
-    const TileIndex before = readIndex(path);
-    TileIndex index;
-    for (const Piece& tile : tiles) {
-        if (const auto found = known.find(tile.name); found != known.end()) {
-            index.insert(*found);
-        } else if (isIndexed(before, tile)) {
-            index.insert(*before.find(tile.name));
+    const std::string unfinished = path + ".part";
+    const std::unique_ptr<FileLock> lock = lockUnfinished(unfinished);
+    try {
+        const TileIndex before = readIndex(path);
+        TileIndex index;
+        for (const Piece& tile : tiles) {
+            if (const auto found = known.find(tile.name); found != known.end()) {
+                index.insert(*found);
+            } else if (isIndexed(before, tile)) {
+                index.insert(*before.find(tile.name));
+            }
         }
+        writeFeatures(unfinished, directory, index);
+        fs::rename(unfinished, path);
+    } catch (...) {
+        boost::system::error_code ignored;
+        fs::remove(unfinished, ignored); // the disk may be full
+        throw;
     }
-    writeIndex(path, directory, index);
 }
 
 std::int64_t leaveOut(std::vector<Piece>& tiles, const TileIndex& index,

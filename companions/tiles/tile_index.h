@@ -22,15 +22,10 @@ struct IndexedTile {
 /// The tiles of a directory, by their names.
 using TileIndex = std::map<std::string, IndexedTile>;
 
-/// Reads the index at `path`, which writeIndex wrote. Returns an empty one if there is no such
+/// Reads the index at `path`, which updateIndex wrote. Returns an empty one if there is no such
 /// file. Throws std::runtime_error if the file is something else, so that nobody's file is
 /// replaced.
 TileIndex readIndex(const std::string& path);
-
-/// Writes the index, or replaces it with one rename. The file is a FeatureCollection with one
-/// feature on each line: the bounds of a tile as a polygon, and `location`, its path in
-/// `directory`. Throws std::system_error or what the file system throws if it cannot be written.
-void writeIndex(const std::string& path, const std::string& directory, const TileIndex& index);
 
 /// Returns whether the index knows the tile as it is.
 bool isIndexed(const TileIndex& index, const Piece& tile);
@@ -40,7 +35,10 @@ bool isIndexed(const TileIndex& index, const Piece& tile);
 void markUnknown(std::vector<Piece>& tiles, const TileIndex& index);
 
 /// Adds to the index at `path` what is known of the tiles in `directory`, and removes from it those
-/// that `tiles` does not list. Throws what readIndex and writeIndex throw.
+/// that `tiles` does not list. The file is created or replaced with one rename; other commands that
+/// update it at the same time wait. It is a FeatureCollection with one feature on each line: the
+/// bounds of a tile as a polygon, and `location`, its path in `directory`. Throws what readIndex
+/// throws, and std::system_error or what the file system throws if it cannot be written.
 void updateIndex(const std::string& path, const std::string& directory,
                  const std::vector<Piece>& tiles, const TileIndex& known);
 

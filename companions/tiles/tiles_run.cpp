@@ -37,8 +37,10 @@ bool clipShards(const PreparedRun& run, ShardWatch& shards, const TilesOptions& 
                          : clipOnThisMachine(run.staging, shards, options.sizes.jobs);
 }
 
-int reportEnd(bool hadInput) {
+/// Ends a run that is complete as one run ends, which leaves an empty directory if it has no input.
+int endRun(const Plan& plan, bool hadInput) {
     if (!hadInput) {
+        fs::create_directory(plan.absolute(plan.shownOutput()));
         return reportNoInputFiles();
     }
     reportEndOfProgress();
@@ -51,7 +53,7 @@ int mergeHere(const Staging& staging, const Plan& plan, AfterMerge after) {
         throw std::runtime_error("a job merges the shards in " + staging.root() +
                                  ": give the same command when it has ended");
     }
-    return reportEnd(result->hadInput);
+    return endRun(plan, result->hadInput);
 }
 
 /// Tells what the shards of a run said whose jobs went on when its command was ended.
@@ -89,7 +91,8 @@ bool finishInterrupted(const std::string& output, AfterMerge after) {
 int runInShards(const Order& order, const TilesOptions& options) {
     const AfterMerge after = afterMerge(options.keepStaging);
     if (finishInterrupted(outputDirectoryOf(order), after)) {
-        return reportEnd(true);
+        reportEndOfProgress();
+        return 0;
     }
     const std::optional<PreparedRun> run = prepareRun(order, options.tileIndex, options.sizes);
     if (!run) {
@@ -103,7 +106,7 @@ int runInShards(const Order& order, const TilesOptions& options) {
         return mergeHere(run->staging, run->plan, after);
     }
     finishMerge(run->staging, shards.hadInput() ? after : AfterMerge::Remove);
-    return reportEnd(shards.hadInput());
+    return endRun(run->plan, shards.hadInput());
 }
 
 int indexTiles(const std::string& scans, const TilesOptions& options) {

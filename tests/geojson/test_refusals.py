@@ -61,6 +61,8 @@ REFUSED = {
     "wrong word": ('{"type":\n"Polygon","coordinates":[[[nan]]]}', "line 2, column 29"),
     "too much": (json.dumps(polygon()) + "\n}", "broken JSON at line 2, column 1"),
     "a feature in each line": (2 * (json.dumps(GOOD) + "\n"), "ogr2ogr -f GeoJSON NEWFILE OLDFILE"),
+    "a sequence": ("\x1e" + json.dumps(GOOD) + "\n", "ogr2ogr -f GeoJSON NEWFILE OLDFILE"),
+    "zero byte": (json.dumps(GOOD) + " " * 100_000 + "\0", ": a zero byte"),
     "too large": (json.dumps(polygon()).replace("4", "1e400", 1), "broken JSON at line 1, column "),
     "not UTF-8": (b'{"type":"\xff"}', "broken JSON at line 1, column 10"),
     "long text": (b'{"type":"' + bytes(range(97, 117)) * 5000 + b'\xff"}', "column 100010: "),

@@ -28,8 +28,10 @@ def quiet():
     return {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
 
-def test_killed_at_any_moment(tiles, area):
-    """The command, one of its jobs or all at once: the same command goes on to the same end."""
+def test_killed_at_any_moment(tiles, area, tmp_path_factory, monkeypatch):
+    """The command, one of its jobs or all at once: the same command goes on to the same end, and
+    no copy of a part is left in the temporary directory."""
+    monkeypatch.setenv("TMPDIR", str(tmp_path_factory.mktemp("copies")))
     _, expected = tiles.one_run(area)
     begun = time.monotonic()
     assert tiles.run(area, *ARGUMENTS, *SHARDS).code == 0
@@ -56,6 +58,7 @@ def test_killed_at_any_moment(tiles, area):
         assert read_tree(area / "clipped") == expected
         assert sorted(os.listdir(area)) == ["boundary.xml", "clipped", "scans"]
     assert unfinished > KILLS // 5, "the kills did not meet runs in the middle"
+    assert not [name for name in os.listdir(os.environ["TMPDIR"]) if name.startswith("veldtrim")]
 
 
 @pytest.mark.parametrize("how", [signal.SIGINT, signal.SIGTERM], ids=["Ctrl-C", "end"])

@@ -109,11 +109,29 @@ def test_is_brought_up_to_date(tiles, grid):
     assert len((grid / "index.geojson").read_bytes()) == len(whole)
 
 
-@pytest.mark.parametrize("content", ["", "mine", '{"type":"FeatureCollection","features":[\n{}\n'])
+@pytest.mark.parametrize("content", ["", "mine", '{"type":"FeatureCollection","features":[\n{}\n',
+                                     None])
 def test_file_of_somebody_else(tiles, grid, content):
-    write_tree(grid, {"index.geojson": content})
-    before = read_tree(grid)
+    if content is None:
+        os.mkfifo(grid / "index.geojson")
+    else:
+        write_tree(grid, {"index.geojson": content})
     for command in (["index", "./scans", "index.geojson"], [*ARGUMENTS, *INDEX]):
         run = tiles.run(grid, *command)
         assert run.code == 1 and "is not a tile index" in run.stderr
-        assert read_tree(grid) == before
+        assert sorted(os.listdir(grid)) == ["boundary.xml", "index.geojson", "scans"]
+        assert content is None or (grid / "index.geojson").read_text() == content
+
+
+def test_updates_at_the_same_time(tiles, grid):
+    """The index is complete at any time, and nothing is left beside it."""
+    write_tree(grid, {"index.geojson.part": "left by a command that was killed"})
+    names = [str(i) for i in range(6)]
+    for name in names:
+        command = ["./scans", name, "boundary.xml", *INDEX]
+        assert tiles.run(grid, "plan", *command).code == 0
+        assert tiles.run(grid, "clip", f"{name}.staging", 1).code == 0
+    merges = [tiles.start(grid, "merge", f"{name}.staging") for name in names]
+    assert [merge.wait(60) for merge in merges] == [0] * len(names)
+    assert len(features(grid)) == 9
+    assert sorted(os.listdir(grid)) == [*names, "boundary.xml", "index.geojson", "scans"]

@@ -15,11 +15,14 @@ FileState fileState(const std::string& path) {
     FileState state;
     state.exists = true;
     state.isRegular = S_ISREG(status.st_mode);
-    state.isReadable = ::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
     state.size = status.st_size;
     state.modified = status.st_mtim.tv_sec * nanosecondsInSecond + status.st_mtim.tv_nsec;
     state.number = status.st_ino;
     return state;
+}
+
+bool isReadable(const std::string& path) {
+    return ::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
 }
 
 } // namespace veldtrim
