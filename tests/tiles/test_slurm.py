@@ -1,10 +1,13 @@
 """Runs in shards on a real Slurm: the same as one run, whatever ends or cuts off."""
 
 import os
+import re
 import resource
+import shutil
 import signal
 import subprocess
 import time
+from pathlib import Path
 
 import pytest
 from conftest import Tiles
@@ -15,6 +18,9 @@ from test_equality import check_random_workspace
 
 WORKSPACES = int(os.environ.get("VELDTRIM_SLURM_WORKSPACES", "6"))
 SLURM = ["--slurm", "--shards", 6]
+ROOT = Path(__file__).parents[2]
+PAGE = (ROOT / "docs/cluster.md").read_text(encoding="utf-8")
+RECIPES = dict(re.findall(r"^<!-- recipe: (\w+) -->\n```sh\n(.*?)^```$", PAGE, re.M | re.S))
 
 
 @pytest.fixture(scope="module")
@@ -60,6 +66,21 @@ def attempts(area):
 @pytest.mark.parametrize("seed", range(WORKSPACES))
 def test_random_workspace(slurm, tmp_path, seed):
     check_random_workspace(slurm, tmp_path, 10_000 + seed, ["--slurm"])
+
+
+def test_commands_of_the_page(tiles, tmp_path):
+    """What docs/cluster.md tells whoever tries a cluster on one machine."""
+    if missing():
+        pytest.skip(missing())
+    shutil.copytree(ROOT / "examples/jacksboro", tmp_path / "build/example/jacksboro")
+    (tmp_path / "build/release").mkdir()
+    (tmp_path / "build/release/bin").symlink_to(os.path.dirname(tiles.command))
+    script = "".join([RECIPES["start"], "trap '", RECIPES["stop"], "' EXIT\n", RECIPES["clip"]])
+    run = subprocess.run(["bash", "-ec", script], cwd=tmp_path, stdin=subprocess.DEVNULL,
+                         capture_output=True, text=True, timeout=120,
+                         env={**os.environ, "HOME": str(tmp_path)})
+    assert run.returncode == 0 and run.stdout.endswith("\n6033\n"), run.stdout + run.stderr
+    assert os.listdir(tmp_path) == ["build"]
 
 
 def test_several_arrays_and_parts(slurm, area, expected):
