@@ -49,6 +49,13 @@ def area(tmp_path):
 
 
 @pytest.fixture
+def slow_area(area):
+    """The same, whose shards take long enough to be caught."""
+    write_tree(area, {"scans/slow.txt": scan(2_500_000)})
+    return area
+
+
+@pytest.fixture
 def expected(tiles, area):
     return tiles.one_run(area)[1]
 
@@ -91,21 +98,24 @@ def test_several_arrays_and_parts(slurm, area, expected):
     check_result(area, expected)
 
 
-def test_nodes_that_fail(slurm, cluster, area, expected):
+def test_nodes_that_fail(slurm, cluster, slow_area, expected):
     """One loses its power. Another loses its network, and its copy of a shard goes on beside the
     one that is started elsewhere."""
     if not cluster.has_namespaces:
         pytest.skip("needs namespaces")
     dark, alone, _ = cluster.nodes
-    process = slurm.start(area, *ARGUMENTS, *SLURM, stderr=subprocess.PIPE)
-    wait_until(lambda: dark.clipping() and alone.clipping())
-    frozen = alone.clipping()
-    kill(frozen, signal.SIGSTOP)  # so that its shard is not done before the other copy begins
+    process = slurm.start(slow_area, *ARGUMENTS, *SLURM, stderr=subprocess.PIPE)
+
+    def freeze():  # so that no shard is done before the other copy begins
+        kill(dark.clipping() + alone.clipping(), signal.SIGSTOP)
+        return dark.clipping() and alone.clipping()
+
+    frozen = wait_until(freeze)
     dark.lose_power()
     alone.set_network(False)
     try:
         shard = os.path.basename(os.readlink(f"/proc/{frozen[0]}/cwd")).split("-")[0]
-        wait_until(lambda: len(list(area.glob(f"clipped.staging/attempts/{shard}-*"))) > 1, 90)
+        wait_until(lambda: len(list(slow_area.glob(f"clipped.staging/attempts/{shard}-*"))) > 1, 90)
         kill(frozen, signal.SIGCONT)
         _, said = process.communicate(timeout=120)
     finally:
@@ -113,11 +123,11 @@ def test_nodes_that_fail(slurm, cluster, area, expected):
         alone.set_network(True)
         dark.start()
     assert process.returncode == 0, said
-    check_result(area, expected)
+    check_result(slow_area, expected)
 
 
-def test_controller_that_fails(slurm, cluster, area, expected):
-    process = slurm.start(area, *ARGUMENTS, *SLURM, stderr=subprocess.PIPE)
+def test_controller_that_fails(slurm, cluster, slow_area, expected):
+    process = slurm.start(slow_area, *ARGUMENTS, *SLURM, stderr=subprocess.PIPE)
     frozen = wait_until(lambda: [each for node in cluster.nodes for each in node.clipping()])
     kill(frozen, signal.SIGSTOP)
     time.sleep(6)  # a controller notes every five seconds what it knows
@@ -128,7 +138,7 @@ def test_controller_that_fails(slurm, cluster, area, expected):
     cluster.start_controller()
     _, said = process.communicate(timeout=120)
     assert process.returncode == 0, said
-    check_result(area, expected)
+    check_result(slow_area, expected)
 
 
 @pytest.mark.parametrize("how", [signal.SIGHUP, signal.SIGKILL], ids=["closed", "killed"])
