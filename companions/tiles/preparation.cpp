@@ -28,7 +28,9 @@ std::optional<RunDirectories> check(const Order& order, BoundaryModel& model) {
     const auto [workspace, input] = splitInputPath(order.scans);
     std::optional<RunDirectories> directories =
         checkWorkspace(model, workspace, input, order.output, order.boundary);
-    if (directories && fs::exists(fs::symlink_status(directories->output))) {
+    // With a slash at its end, the name of a file or of a dangling link is not found.
+    if (directories &&
+        fs::exists(fs::symlink_status(outputDirectoryFor(stagingFor(directories->output))))) {
         failToCreate(directories->output,
                      boost::system::errc::make_error_code(boost::system::errc::file_exists));
     }

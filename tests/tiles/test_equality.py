@@ -118,7 +118,7 @@ def test_random_workspace(tiles, tmp_path, seed):
         (["./scans", ".", "boundary.xml"], {}),
         (["./scans", "none/clipped", "boundary.xml"], {}),
         (["./scans", "file", "boundary.xml"], {"file": "mine"}),
-        (["./scans", "link", "boundary.xml"], {"link": Link("nowhere")}),
+        (["./scans", "link/", "boundary.xml"], {"link": Link("nowhere")}),
         (["./scans", "", "boundary.xml"], {}),
     ],
 )
