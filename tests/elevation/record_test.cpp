@@ -30,6 +30,17 @@ Bits bits(Parse parse, std::string_view line, char format, char separator) {
     return {{std::bit_cast<std::uint64_t>(point.x), std::bit_cast<std::uint64_t>(point.y)}};
 }
 
+/// parseRecord for a line that others follow.
+bool parseFirst(const std::string& line, char format, char separator, ElevationPoint& point) {
+    const bool returns = line.size() % 2 == 0 || line.ends_with('\r');
+    const std::string lines = line + (returns ? "\r\n" : "\n") + "12345.678;9;\n";
+    Line first;
+    const RecordFault fault = readFirstRecord(lines, {format, separator, 0}, point, first);
+    EXPECT_EQ(first.text, line);
+    EXPECT_EQ(first.raw.size(), line.size() + (returns ? 2 : 1));
+    return fault == RecordFault::None;
+}
+
 /// Lines near the grammar of a record. One draw a statement: the lines are the same with every
 /// compiler.
 class LineGenerator {
@@ -111,9 +122,11 @@ TEST(Record, AgreesWithTheStreamDefinition) {
         const char separator = separators[i % 16 == 0 ? i / 16 % 9 : i % 4];
         const char format = i % 8 == 7 ? 'y' : 'x';
         const std::string line = generator.oddities(separator);
-        ASSERT_EQ(bits(parseRecord, line, format, separator),
-                  bits(fuzz::extractRecord, line, format, separator))
+        const Bits expected = bits(fuzz::extractRecord, line, format, separator);
+        ASSERT_EQ(bits(parseRecord, line, format, separator), expected)
             << "line " << i << ": [" << line << "] separated by [" << separator << "]";
+        ASSERT_EQ(bits(parseFirst, line, format, separator), expected)
+            << "line " << i << ": [" << line << "] before others";
     }
 }
 
@@ -128,7 +141,7 @@ TEST(Record, BitsAreTheSameOnEveryPlatform) {
     };
     LineGenerator generator(1954);
     for (int i = 0; i < 1'000'000; ++i) {
-        const Bits point = bits(parseRecord, generator.numbers(), 'x', ';');
+        const Bits point = bits(parseFirst, generator.numbers(), 'x', ';');
         addToHash(point ? 1 : 0);
         if (point) {
             addToHash(point->first);
@@ -136,6 +149,21 @@ TEST(Record, BitsAreTheSameOnEveryPlatform) {
         }
     }
     EXPECT_EQ(hash, 0xAC1485E29E3E474BU);
+}
+
+// A line's end is looked for behind y. Nothing before it may be taken for x, y or what follows
+// them.
+TEST(Record, EndsWithItsLine) {
+    const std::string separators("; \t\r\n-5", 7);
+    for (const char* const line :
+         {"", "5", "5;", "5 ", "5;6", "5;-", "5;6.", "1234567.8", "1234567.8;12345678.9", "k",
+          "5;;", "-", "5\r", "5;\r", "5;6\r", "5\t", "5;6;"}) {
+        for (const char separator : separators) {
+            EXPECT_EQ(bits(parseFirst, line, 'x', separator),
+                      bits(fuzz::extractRecord, line, 'x', separator))
+                << line << " separated by " << static_cast<int>(separator);
+        }
+    }
 }
 
 TEST(Record, SaysWhereAndWhyALineIsNone) {
