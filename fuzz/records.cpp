@@ -71,14 +71,24 @@ ElevationHeader checkHeader(const std::string& line) {
     return header;
 }
 
-void checkRecord(const std::string& line, char format, char separator) {
-    ElevationPoint point;
+/// `lines` are the line and others after it; empty if no line feed ends it.
+void checkRecord(const std::string& line, std::string_view lines, char format, char separator) {
     ElevationPoint expected;
     const bool isRecord = veldtrim::fuzz::extractRecord(line, format, separator, expected);
-    require(veldtrim::parseRecord(line, format, separator, point) == isRecord,
-            "the record's verdict");
-    require(!isRecord || (sameBits(point.x, expected.x) && sameBits(point.y, expected.y)),
-            "the record's point");
+    const auto check = [&](bool isRead, const ElevationPoint& point) {
+        require(isRead == isRecord, "the record's verdict");
+        require(!isRecord || (sameBits(point.x, expected.x) && sameBits(point.y, expected.y)),
+                "the record's point");
+    };
+    ElevationPoint point;
+    const bool isRead = veldtrim::parseRecord(line, format, separator, point);
+    check(isRead, point);
+    if (!lines.empty()) {
+        Line first;
+        const auto fault = veldtrim::readFirstRecord(lines, {format, separator, 0}, point, first);
+        check(fault == veldtrim::RecordFault::None, point);
+        require(first.text == line, "the record's line");
+    }
 }
 
 void checkConversions(const std::string& line) {
@@ -105,9 +115,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         checkHeader(lines.empty() ? std::string() : std::string(withoutLineEnd(lines.front())));
     for (const std::string_view raw : lines) {
         const std::string line(withoutLineEnd(raw));
+        const char* const stop = text.data() + text.rfind('\n') + 1; // of whole lines
+        const std::string whole(raw.data(), raw.ends_with('\n') ? stop : raw.data());
         for (const char format : {'x', 'n', 'y'}) {
             for (const char separator : {header.separator, ' ', ';'}) {
-                checkRecord(line, format, separator);
+                checkRecord(line, whole, format, separator);
             }
         }
         checkConversions(line);

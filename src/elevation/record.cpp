@@ -17,10 +17,6 @@ bool skipSeparator(const char*& at, const char* end, char separator) {
     if (separator == ' ') {
         return true; // the next number skips its leading white space
     }
-    if (at != end && *at == separator) {
-        ++at;
-        return true;
-    }
     const auto reach = static_cast<std::size_t>(std::min(separatorReach, end - at));
     const void* const found = std::memchr(at, separator, reach);
     if (found == nullptr) {

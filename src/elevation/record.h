@@ -3,6 +3,8 @@
 
 #include "elevation/header.h"
 #include "geometry/elevation_point.h"
+#include "text/line_reader.h"
+#include "text/number.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -48,5 +50,47 @@ RecordReading readRecord(std::string_view line, ElevationHeader header, Elevatio
 
 /// readRecord with the results of parseHeader as arguments. Returns whether the line is a record.
 bool parseRecord(std::string_view line, char format, char separator, ElevationPoint& point);
+
+/// readRecord for the first of some whole lines, which becomes `line`. This is faster, because the
+/// end of the line is not looked for among the characters of x and y. `lines` must end with a line
+/// feed.
+RecordFault readFirstRecord(std::string_view lines, ElevationHeader header, ElevationPoint& point,
+                            Line& line);
+
+namespace detail {
+
+inline const char* skipSpaces(const char* at) noexcept {
+    while (*at == ' ') {
+        ++at;
+    }
+    return at;
+}
+
+/// readRecord for the line at `at`, which a line feed ends somewhere before `end`, if it is of the
+/// usual form. Returns the place behind y, or null, which says nothing about the line. No step
+/// passes the line feed, because it is neither part of a number nor skipped.
+inline const char* readUsualRecord(const char* at, const char* end, char separator,
+                                   ElevationPoint& point) {
+    at = readUsualNumber(skipSpaces(at), end, point.x);
+    if (at == nullptr || *at == '\n' || (*at != separator && separator != ' ')) {
+        return nullptr;
+    }
+    at = readUsualNumber(skipSpaces(*at == separator ? at + 1 : at), end, point.y);
+    const bool isLast = at == nullptr || *at == '\n' || (*at == '\r' && at[1] == '\n');
+    return isLast ? nullptr : at;
+}
+
+} // namespace detail
+
+inline RecordFault readFirstRecord(std::string_view lines, ElevationHeader header,
+                                   ElevationPoint& point, Line& line) {
+    const char* const begin = lines.data();
+    const char* const end = begin + lines.size();
+    const char* const at = header.format == 'y'
+                               ? nullptr
+                               : detail::readUsualRecord(begin, end, header.separator, point);
+    line = lineUpTo(begin, findLineFeed(at == nullptr ? begin : at, end));
+    return at == nullptr ? readRecord(line.text, header, point).fault : RecordFault::None;
+}
 
 } // namespace veldtrim

@@ -3,9 +3,7 @@
 #include "platform/file.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <numeric>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -19,23 +17,19 @@ constexpr std::size_t blockSize = std::size_t{256} << 10;
 } // namespace
 
 std::int64_t countLineFeeds(const char* at, std::size_t size) {
-    constexpr std::size_t lanes = 64;
-    constexpr std::size_t most = std::numeric_limits<std::uint8_t>::max();
-    // In an array of one-byte counters, so that compilers can vectorise the loop.
     std::int64_t total = 0;
-    while (size >= lanes) {
-        const std::size_t rows = std::min(size / lanes, most);
-        std::array<std::uint8_t, lanes> counts{};
-        for (std::size_t row = 0; row < rows; ++row) {
-            for (std::size_t lane = 0; lane < lanes; ++lane) {
-                counts[lane] = static_cast<std::uint8_t>(counts[lane] + (at[lane] == '\n' ? 1 : 0));
-            }
-            at += lanes;
+    while (size != 0) {
+        // A counter of one byte for each piece, so that compilers can vectorise the loop.
+        const std::size_t piece = std::min<std::size_t>(size, 240);
+        std::uint8_t count = 0;
+        for (std::size_t i = 0; i < piece; ++i) {
+            count = static_cast<std::uint8_t>(count + (at[i] == '\n' ? 1 : 0));
         }
-        size -= rows * lanes;
-        total = std::accumulate(counts.begin(), counts.end(), total);
+        total += count;
+        at += piece;
+        size -= piece;
     }
-    return total + std::count(at, at + size, '\n');
+    return total;
 }
 
 std::int32_t toRecordCount(std::int64_t records, const std::string& path) {

@@ -1,7 +1,9 @@
 #include "run/record_reader.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
+#include <string_view>
 
 namespace veldtrim {
 
@@ -12,28 +14,30 @@ RecordReader::RecordReader(LineReader& lines, ElevationHeader header, BoundaryMo
 
 void RecordReader::readAhead() {
     const std::size_t most = std::min(unread_, capacity);
-    lines_.next(records_[0].line);
-    size_ = 1;
-    while (size_ < most && lines_.nextAtHand(records_[size_].line)) {
-        ++size_;
+    std::size_t size = 0;
+    if (lines_.atHand().empty()) {
+        Record& record = records_[size++];
+        lines_.next(record.line);
+        record.fault = readRecord(record.line.text, header_, record.point).fault;
     }
-    unread_ -= size_;
+    std::string_view lines = lines_.atHand();
+    while (size < most && !lines.empty()) {
+        Record& record = records_[size++];
+        record.fault = readFirstRecord(lines, header_, record.point, record.line);
+        lines.remove_prefix(record.line.raw.size());
+    }
+    lines_.skip(lines_.atHand().size() - lines.size());
+    unread_ -= size;
+    size_ = size;
     next_ = 0;
 
-    std::array<ElevationPoint, capacity> points;
-    std::array<Record*, capacity> recordOf{};
-    std::size_t count = 0;
-    for (Record& record : std::span(records_).first(size_)) {
-        record.fault = readRecord(record.line.text, header_, record.point).fault;
-        record.location = PointLocation::Outside;
-        points[count] = record.point;
-        recordOf[count] = &record;
-        count += record.fault == RecordFault::None ? 1 : 0;
+    constexpr ElevationPoint nowhere{std::numeric_limits<double>::quiet_NaN(), 0.0};
+    for (std::size_t i = 0; i < size; ++i) {
+        points_[i] = records_[i].fault == RecordFault::None ? records_[i].point : nowhere;
     }
-    std::array<PointLocation, capacity> locations{};
-    model_.locateEach(std::span(points).first(count), std::span(locations).first(count));
-    for (std::size_t i = 0; i < count; ++i) {
-        recordOf[i]->location = locations[i];
+    model_.locateEach(std::span(points_).first(size), std::span(locations_).first(size));
+    for (std::size_t i = 0; i < size; ++i) {
+        records_[i].location = locations_[i];
     }
 }
 

@@ -61,6 +61,8 @@ private:
     BoundaryModel& model_;
     std::size_t unread_; ///< records of the file that have not been read
     std::array<Record, capacity> records_;
+    std::array<ElevationPoint, capacity> points_;
+    std::array<PointLocation, capacity> locations_{};
     std::size_t size_ = 0;
     std::size_t next_ = 0;
 };

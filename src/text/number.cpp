@@ -1,5 +1,6 @@
 #include "text/number.h"
 
+#include <algorithm>
 #include <charconv>
 #include <ios>
 #include <limits>
@@ -11,9 +12,10 @@
 namespace veldtrim {
 namespace {
 
-using detail::isBlank;
+using detail::exactIntegers;
 using detail::isDigit;
-using detail::isDoubtfulAfterNumber;
+using detail::isDoubtful;
+using detail::skipBlanks;
 
 /// Streams may keep only some of the digits of a longer number.
 constexpr std::ptrdiff_t longestNumber = 600;
@@ -28,20 +30,6 @@ bool extractNumber(const char*& at, const char* end, Value& value) {
     return !stream.fail();
 }
 
-const char* skipBlanks(const char* at, const char* end) noexcept {
-    while (at != end && isBlank(*at)) {
-        ++at;
-    }
-    return at;
-}
-
-const char* skipDigits(const char* at, const char* end, bool& allZero) noexcept {
-    for (; at != end && isDigit(*at); ++at) {
-        allZero = allZero && *at == '0';
-    }
-    return at;
-}
-
 /// Moves `at` behind a sign, if there is one. Returns whether it is a minus.
 bool skipSign(const char*& at, const char* end) noexcept {
     const bool negative = at != end && *at == '-';
@@ -49,36 +37,6 @@ bool skipSign(const char*& at, const char* end) noexcept {
         ++at;
     }
     return negative;
-}
-
-/// Returns the end of the unsigned number that begins at `begin`, or null if there is none or a
-/// stream might read it differently.
-const char* findEnd(const char* const begin, const char* end, bool& isZero) noexcept {
-    isZero = true;
-    const char* at = skipDigits(begin, end, isZero);
-    std::ptrdiff_t digitCount = at - begin;
-    if (at != end && *at == '.') {
-        const char* const fraction = ++at;
-        at = skipDigits(at, end, isZero);
-        digitCount += at - fraction;
-    }
-    if (digitCount == 0) {
-        return nullptr;
-    }
-    if (at != end && (*at == 'e' || *at == 'E')) {
-        ++at;
-        skipSign(at, end);
-        const char* const exponent = at;
-        bool ignored = false;
-        at = skipDigits(at, end, ignored);
-        if (at == exponent) {
-            return nullptr;
-        }
-    }
-    if ((at != end && isDoubtfulAfterNumber(*at)) || at - begin > longestNumber) {
-        return nullptr;
-    }
-    return at;
 }
 
 template <typename Real>
@@ -89,14 +47,17 @@ bool readReal(const char*& at, const char* end, Real& value) {
         return false;
     }
     const bool negative = skipSign(begin, end);
-    bool isZero = false;
-    if (const char* const stop = findEnd(begin, end, isZero)) {
+    // What begins otherwise could still be a number for from_chars: one more sign, or a word.
+    if (begin != end && (isDigit(*begin) || *begin == '.')) {
         Real magnitude = 0;
-        const auto result = std::from_chars(begin, stop, magnitude);
+        const auto [stop, error] = std::from_chars(begin, end, magnitude);
         // After a range error the value is unspecified, and libraries differ on which of the
         // smallest numbers cause one. A stream decides both cases.
-        if (result.ec == std::errc() && result.ptr == stop &&
-            (isZero || magnitude >= std::numeric_limits<Real>::min())) {
+        const bool isSure =
+            magnitude >= std::numeric_limits<Real>::min() ||
+            std::all_of(begin, stop, [](char digit) { return digit == '0' || digit == '.'; });
+        if (error == std::errc() && isSure && !isDoubtful(stop, end) &&
+            stop - begin <= longestNumber) {
             value = negative ? -magnitude : magnitude;
             at = stop;
             return true;
@@ -106,6 +67,21 @@ bool readReal(const char*& at, const char* end, Real& value) {
 }
 
 } // namespace
+
+bool detail::divideLong(std::uint64_t digits, std::size_t fractionDigits, double& value) {
+    const double power = exactPowersOfTen[fractionDigits];
+    const std::uint64_t integer = digits / static_cast<std::uint64_t>(power);
+    const std::uint64_t rest = digits % static_cast<std::uint64_t>(power);
+    if (integer > exactIntegers || rest > exactIntegers) {
+        return false;
+    }
+    // The fraction is rounded by at most 2^-53 of itself. If the sum is the same for all fractions
+    // within more than that, it is that of the exact fraction too.
+    constexpr double doubt = 0x1p-51;
+    const double fraction = static_cast<double>(rest) / power;
+    value = static_cast<double>(integer) + fraction * (1 + doubt);
+    return value == static_cast<double>(integer) + fraction * (1 - doubt);
+}
 
 bool detail::readAnyNumber(const char*& at, const char* end, double& value) {
     return readReal(at, end, value);
@@ -119,14 +95,11 @@ bool readNumber(const char*& at, const char* end, std::int32_t& value) {
     const char* now = skipBlanks(at, end);
     const bool negative = skipSign(now, end);
     const char* const first = now;
-    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
-    std::int64_t magnitude = 0;
-    while (now != end && isDigit(*now) && magnitude <= largest) {
-        magnitude = magnitude * 10 + (*now - '0');
-        ++now;
-    }
-    if (now == first || magnitude > largest ||
-        (now != end && isDoubtfulAfterNumber(*now) && *now != '.')) {
+    constexpr std::uint64_t largest = std::numeric_limits<std::int32_t>::max();
+    std::uint64_t magnitude = 0;
+    detail::readDigits(now, end, magnitude);
+    if (now == first || now - first > detail::mostDigits || magnitude > largest ||
+        (isDoubtful(now, end) && *now != '.')) {
         return extractNumber(at, end, value);
     }
     value = static_cast<std::int32_t>(negative ? -magnitude : magnitude);

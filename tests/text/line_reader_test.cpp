@@ -5,6 +5,7 @@
 
 #include <random>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,9 +19,12 @@ Lines readAll(LineReader reader, bool ahead = true) {
     Lines lines;
     std::vector<Line> atHand(1);
     while (reader.next(atHand.front())) {
-        for (Line line; ahead && reader.nextAtHand(line);) {
-            atHand.push_back(line);
+        const std::string_view rest = ahead ? reader.atHand() : "";
+        for (std::size_t at = 0; at < rest.size(); at += atHand.back().raw.size()) {
+            const char* const first = rest.data() + at;
+            atHand.push_back(lineUpTo(first, findLineFeed(first, rest.data() + rest.size())));
         }
+        reader.skip(rest.size());
         for (const Line& line : atHand) {
             lines.emplace_back(line.text, line.raw);
         }

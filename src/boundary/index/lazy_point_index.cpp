@@ -1,5 +1,6 @@
 #include "boundary/index/lazy_point_index.h"
 
+#include <algorithm>
 #include <cassert>
 #include <new>
 
@@ -7,13 +8,13 @@ namespace veldtrim {
 
 namespace {
 
-/// Walking is faster for models with at most this many polygons and vertices together.
-constexpr std::size_t fewVertices = 24;
-
 /// The index is built after walks have visited this many polygons and vertices for each one of the
 /// model. A few points are not worth an index; for many points, it should come early. Building it
 /// takes about as long as reading the boundary file.
 constexpr std::size_t worthBuildingAfter = 4;
+
+/// An index takes as long to build as one for this many polygons and vertices at least.
+constexpr std::size_t leastSize = 2000;
 
 /// Returns the number of polygons and vertices together.
 std::size_t sizeOf(std::span<const BoundaryPolygon> polygons) {
@@ -60,9 +61,8 @@ PointLocation LazyPointIndex::walkAndCount(std::span<BoundaryPolygon> polygons,
                                            const std::vector<BoundaryVertex>& vertices,
                                            const ElevationPoint& point) {
     if (stage_ == Stage::Unknown) {
-        const std::size_t size = sizeOf(polygons);
-        stage_ = size > fewVertices ? Stage::Walking : Stage::Walked;
-        stepsLeft_ = worthBuildingAfter * size;
+        stage_ = Stage::Walking;
+        stepsLeft_ = worthBuildingAfter * std::max(sizeOf(polygons), leastSize);
     }
     std::size_t steps = 0;
     const PointLocation found =

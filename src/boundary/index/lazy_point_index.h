@@ -43,7 +43,7 @@ private:
     enum class Stage : std::uint8_t {
         Unknown, ///< there was no query yet
         Walking, ///< walks until an index pays off
-        Walked   ///< always walks: an index never pays off, or there was no memory for it
+        Walked   ///< always walks: there was no memory for an index
     };
 
     /// Walks the polygons, and builds the index once the walks have cost enough.

@@ -19,9 +19,9 @@ namespace veldtrim {
 /// locatePoint, applied polygon by polygon. README.md explains how it works.
 class PointIndex {
 public:
-    /// Builds the index in O(n log n) time for n vertices, with less than 200 bytes per vertex for
-    /// any shape. Copies everything that it needs. The indices of `polygons` must refer to elements
-    /// of `vertices`. Throws std::bad_alloc if memory runs out.
+    /// Builds the index in O(n log n) time for n vertices, with less than 200 bytes per vertex, or
+    /// some 100 KB, for any shape. Copies everything that it needs. The indices of `polygons` must
+    /// refer to elements of `vertices`. Throws std::bad_alloc if memory runs out.
     PointIndex(std::span<const BoundaryPolygon> polygons,
                const std::vector<BoundaryVertex>& vertices)
         : PointIndex(buildPointIndex(polygons, vertices)) {}

@@ -65,25 +65,34 @@ void PointIndex::locateEach(std::span<const ElevationPoint> points,
 /// the number of descents.
 std::size_t PointIndex::enterBatch(std::span<const ElevationPoint> points, PointLocation* locations,
                                    Descent* descents) const {
-    std::array<PointPlace, batchSize> places{};
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        places[i] = isInRegion(points[i]) ? placeOf(points[i]) : PointPlace{0, 0};
-        prefetch(data_.overview.addressOf(data_.overviewLevel.entryOf(places[i])));
-    }
-    // There is no branch on the state: for unordered points, it would often be mispredicted.
+    std::array<std::size_t, batchSize> entries; // of the overview
+    std::array<std::uint32_t, batchSize> entered;
     std::size_t size = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
-        const AreaState state = isInRegion(points[i])
-                                    ? data_.overview.state(data_.overviewLevel.entryOf(places[i]))
-                                    : AreaState::Outside;
-        locations[i] = state == AreaState::Inside ? PointLocation::Inside : PointLocation::Outside;
-        descents[size] = {static_cast<std::uint32_t>(i), places[i], tableEntry(places[i])};
-        size += state == AreaState::Mixed ? 1 : 0;
+        locations[i] = PointLocation::Outside;
+        if (isInRegion(points[i])) {
+            entries[size] = data_.overviewLevel.entryOf(placeOf(points[i]));
+            prefetch(data_.overview.addressOf(entries[size]));
+            entered[size] = static_cast<std::uint32_t>(i);
+            ++size;
+        }
     }
+    // There is no branch on the state: for unordered points, it would often be mispredicted.
+    std::size_t mixed = 0;
     for (std::size_t i = 0; i < size; ++i) {
+        const std::uint32_t point = entered[i];
+        const AreaState state = data_.overview.state(entries[i]);
+        locations[point] =
+            state == AreaState::Inside ? PointLocation::Inside : PointLocation::Outside;
+        entered[mixed] = point;
+        mixed += state == AreaState::Mixed ? 1 : 0;
+    }
+    for (std::size_t i = 0; i < mixed; ++i) {
+        const PointPlace place = placeOf(points[entered[i]]);
+        descents[i] = {entered[i], place, tableEntry(place)};
         prefetch(descents[i].cell);
     }
-    return size;
+    return mixed;
 }
 
 /// Moves all descents down, one level at a time, until they have arrived. Prefetches what

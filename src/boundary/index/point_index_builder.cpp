@@ -13,8 +13,10 @@ namespace veldtrim {
 
 namespace {
 
-/// A cell with no more words than this is not worth splitting.
+/// A cell with no more words than this is not worth splitting, unless it is a large part of the
+/// plane, as in models of a few edges.
 constexpr std::size_t leafWords = 5;
+constexpr unsigned smallLevel = 6;
 
 /// A leaf with at least this many edges of one polygon puts those that can form a queue into one.
 constexpr std::size_t queueEdges = 16;
@@ -22,6 +24,7 @@ constexpr std::size_t queueEdges = 16;
 /// The budget of all leaves, in words per edge. It bounds the memory if many long edges lie close
 /// to each other.
 constexpr std::size_t wordsPerEdge = 24;
+constexpr std::size_t leastWords = std::size_t{1} << 14U;
 constexpr std::size_t mostWords = std::size_t{1} << 30U;
 
 /// Splits the root cell recursively into leaves.
@@ -71,8 +74,8 @@ std::optional<Run> makeRun(const GroupList& groups) {
 
 // NOLINTNEXTLINE(misc-no-recursion): the tree has no more levels than its frame allows
 Cell TreeBuilder::build(const GroupList& groups, const CellPlace& place, std::size_t wordBudget) {
-    if (groups.wordCount() > leafWords && place.level < frame_.deepest &&
-        2 * groups.wordCount() <= wordBudget) {
+    if ((groups.wordCount() > leafWords || place.level < smallLevel) &&
+        place.level < frame_.deepest && 2 * groups.wordCount() <= wordBudget) {
         return split(groups, place, wordBudget);
     }
     const std::optional<Run> run = makeRun(groups);
@@ -151,7 +154,8 @@ PointIndexData buildPointIndex(std::span<const BoundaryPolygon> polygons,
     data.yScale = frame.yScale();
     data.margin = frame.margin;
     const std::size_t budget =
-        std::min(mostWords, wordsPerEdge * data.ringVertices.size() + gathered.groups.wordCount());
+        std::clamp(wordsPerEdge * data.ringVertices.size() + gathered.groups.wordCount(),
+                   leastWords, mostWords);
     data.leaves.reserve(budget); // unused capacity takes no physical memory
     data.quarters.reserve(2 * data.ringVertices.size());
     const Cell root = TreeBuilder(polygons, frame, data).build(gathered.groups, {}, budget);
