@@ -12,7 +12,6 @@
 namespace veldtrim {
 namespace {
 
-using detail::exactIntegers;
 using detail::isDigit;
 using detail::isDoubtful;
 using detail::skipBlanks;

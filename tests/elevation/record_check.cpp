@@ -16,7 +16,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -39,7 +38,7 @@ public:
         void* const pages =
             ::mmap(nullptr, 2 * size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (pages == MAP_FAILED) {
-            throw std::runtime_error("no memory");
+            std::abort();
         }
         end_ = static_cast<char*>(pages) + size_;
         ::mprotect(end_, size_, PROT_NONE);
@@ -58,7 +57,7 @@ private:
 };
 
 struct Reading {
-    bool isRecord;
+    bool isRecord = false;
     ElevationPoint point;
 
     bool operator==(const Reading& other) const {

@@ -65,8 +65,8 @@ void PointIndex::locateEach(std::span<const ElevationPoint> points,
 /// the number of descents.
 std::size_t PointIndex::enterBatch(std::span<const ElevationPoint> points, PointLocation* locations,
                                    Descent* descents) const {
-    std::array<std::size_t, batchSize> entries; // of the overview
-    std::array<std::uint32_t, batchSize> entered;
+    std::array<std::size_t, batchSize> entries{}; // of the overview
+    std::array<std::uint32_t, batchSize> entered{};
     std::size_t size = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         locations[i] = PointLocation::Outside;
