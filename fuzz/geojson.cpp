@@ -97,9 +97,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     veldtrim::AreaWriter area(writer, {true, "bridge"});
     Import import(area);
     // This parser, too, would take a zero byte for the end of the text.
-    const Json root = text.find('\0') == std::string_view::npos
-                          ? Json::parse(text, nullptr, false)
-                          : Json(Json::value_t::discarded);
+    const Json root = text.find('\0') == std::string_view::npos ? Json::parse(text, nullptr, false)
+                                                                : Json(Json::value_t::discarded);
     try {
         veldtrim::readGeoJson(text, "id", import);
         require(!root.is_discarded(), "broken JSON is refused");

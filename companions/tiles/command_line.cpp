@@ -112,7 +112,8 @@ bool parse(CLI::App& app, std::vector<std::string> words, int& exitCode) {
 }
 
 int run(CLI::App& app, const std::vector<std::string>& words, Arguments& arguments) {
-    app.description("Does what Veldtrim does, on all processors or on a cluster, with the same result.");
+    app.description(
+        "Does what Veldtrim does, on all processors or on a cluster, with the same result.");
     describeRun(app, arguments);
     app.set_version_flag("--version", VELDTRIM_VERSION);
     app.footer(

@@ -147,14 +147,10 @@ std::string withUsersPaths(const std::string& text, const Plan& plan, const Shar
 }
 
 std::string reportText(const ShardReport& report) {
-    Json json{{"total", report.total},
-              {"hadInput", report.hadInput},
-              {"clipped", report.clipped},
-              {"failure", report.failure},
-              {"final", report.isFinal},
-              {"partRecords", report.partRecords},
-              {"files", Json::array()},
-              {"bounds", Json::array()},
+    Json json{{"total", report.total},     {"hadInput", report.hadInput},
+              {"clipped", report.clipped}, {"failure", report.failure},
+              {"final", report.isFinal},   {"partRecords", report.partRecords},
+              {"files", Json::array()},    {"bounds", Json::array()},
               {"messages", Json::array()}};
     for (const ClippedPiece& file : report.files) {
         json["files"].push_back({file.piece, file.size});

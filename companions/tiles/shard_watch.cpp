@@ -7,6 +7,7 @@
 #include "tiles/merge.h"
 
 #include <charconv>
+#include <functional>
 #include <numeric>
 #include <string>
 
@@ -30,8 +31,7 @@ void send(const RunMessage& message, const std::string& text) {
 }
 
 /// Visits the numbers with which the names in a directory begin. None if it does not exist.
-template <typename Visit>
-void visitNumbers(const std::string& directory, const Visit& visit) {
+void visitNumbers(const std::string& directory, const std::function<void(std::size_t)>& visit) {
     namespace fs = boost::filesystem;
     boost::system::error_code error;
     for (fs::directory_iterator at(directory, error), end; !error && at != end;

@@ -181,8 +181,8 @@ void SlurmWatch::releaseHeld(const Tasks& tasks) {
 void SlurmWatch::tellFailure(const SlurmTask& task) {
     const std::string log = jobs_.logOf(task);
     if (told_.insert(log).second) {
-        ErrorMessage(runErrorCode, "Slurm ended job " + jobs_.nameOf(task) + " as " + task.state +
-                                       lastWords(log) + "; its log is " + log);
+        ErrorMessage(runErrorCode, "Slurm ended job " + SlurmJobs::nameOf(task) + " as " +
+                                       task.state + lastWords(log) + "; its log is " + log);
     }
 }
 

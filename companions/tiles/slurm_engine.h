@@ -14,7 +14,8 @@ namespace veldtrim {
 ///
 /// Returns whether the work of the jobs is done; if not, what failed was told. The jobs do not need
 /// this process: if it is killed or its terminal is closed, they go on. Throws std::runtime_error
-/// if Slurm refuses a job or has lost it, or if another signal asked to stop, after ending all jobs.
+/// if Slurm refuses a job or has lost it, or if another signal asked to stop, after ending all
+/// jobs.
 bool runOnSlurm(const Staging& staging, const Plan& plan, ShardWatch& shards,
                 const SlurmOptions& options);
 

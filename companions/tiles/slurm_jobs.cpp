@@ -197,7 +197,7 @@ void SlurmJobs::merge(const std::vector<std::string>& after) const {
         if (!after.empty()) {
             options = {dependency, "--kill-on-invalid-dep=yes"};
         }
-        submit(SlurmStep::Merge, options, {});
+        static_cast<void>(submit(SlurmStep::Merge, options, {}));
     } catch (...) {
         cancelAll();
         throw;

@@ -76,8 +76,8 @@ public:
     [[nodiscard]] std::string logOf(const SlurmTask& task) const;
 
 private:
-    std::string submit(SlurmStep step, const std::vector<std::string>& options,
-                       const std::vector<std::string>& words) const;
+    [[nodiscard]] std::string submit(SlurmStep step, const std::vector<std::string>& options,
+                                     const std::vector<std::string>& words) const;
     void cancel(const std::vector<std::string>& options) const;
 
     std::string root_; ///< of the staging directory, as other machines find it

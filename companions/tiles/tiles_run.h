@@ -12,10 +12,10 @@ namespace veldtrim {
 
 /// What a run in shards does besides the order of one run.
 struct TilesOptions {
-    ShardSizes sizes;         ///< `jobs` says how many shards are clipped at once on this machine
+    ShardSizes sizes; ///< `jobs` says how many shards are clipped at once on this machine
     std::optional<SlurmOptions> slurm; ///< if Slurm is to clip the shards
-    std::string tileIndex;    ///< path of the tile index; empty if there is none
-    bool keepStaging = false; ///< whether the staging directory stays after the run
+    std::string tileIndex;             ///< path of the tile index; empty if there is none
+    bool keepStaging = false;          ///< whether the staging directory stays after the run
 };
 
 /// Does what one run of Veldtrim does with the order, with the same result and the same messages:
