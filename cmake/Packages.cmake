@@ -78,10 +78,11 @@ endif()
 if(TARGET veldtrim-tiles)
   list(APPEND CPACK_COMPONENTS_ALL Tiles)
   veldtrim_describe_package(Tiles veldtrim-tiles science
-    "Clip elevation points with all processors"
-    "Does what a run of Veldtrim does in several processes, with the same result:\ndirectly with GNU parallel, or in steps that a cluster distributes.")
+    "Clip elevation points with all processors or a cluster"
+    "Does what a run of Veldtrim does in several processes, with the same result:\nwith GNU parallel on one machine, with Slurm on a cluster, or in steps for\nother engines.")
   set(CPACK_DEBIAN_TILES_PACKAGE_DEPENDS "veldtrim (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
   set(CPACK_DEBIAN_TILES_PACKAGE_RECOMMENDS parallel)
+  set(CPACK_DEBIAN_TILES_PACKAGE_SUGGESTS slurm-client)
 endif()
 
 include(CPack)
