@@ -61,9 +61,7 @@ std::unique_ptr<ChildProcess> startEngine(const Staging& staging,
     }
     command.directory = staging.root();
     command.output = command.errors = "engine.log";
-    command.variables = {{"VELDTRIM_TILES", ownProgram()},
-                         {"PARALLEL_SHELL", "/bin/sh"},
-                         {"PARALLEL_HOME", "engine"}};
+    command.variables = {{"VELDTRIM_TILES", ownProgram()}, {"PARALLEL_SHELL", "/bin/sh"}};
     command.ownGroup = true;
     try {
         return std::make_unique<ChildProcess>(command);
