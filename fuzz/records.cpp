@@ -115,7 +115,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         checkHeader(lines.empty() ? std::string() : std::string(withoutLineEnd(lines.front())));
     for (const std::string_view raw : lines) {
         const std::string line(withoutLineEnd(raw));
-        const char* const stop = text.data() + text.rfind('\n') + 1; // of whole lines
+        const char* const stop = text.data() + (text.rfind('\n') + 1); // of whole lines
         const std::string whole(raw.data(), raw.ends_with('\n') ? stop : raw.data());
         for (const char format : {'x', 'n', 'y'}) {
             for (const char separator : {header.separator, ' ', ';'}) {
