@@ -44,9 +44,11 @@ struct Answer {
     std::string errors;
 };
 
-/// Runs a command of Slurm. If it does not answer, a signal that asks to stop ends it, unless it
-/// has to be carried out. Throws std::system_error if it cannot be started.
+/// Whether a command of Slurm only asks, or has to be carried out.
 enum class Kind : std::uint8_t { Question, Order };
+
+/// Runs a command of Slurm. A signal that asks to stop ends a question that is not answered. Throws
+/// std::system_error if the command cannot be started.
 Answer ask(std::vector<std::string> words, const std::string& directory, Kind kind = Kind::Order) {
     const UnnamedFile output = UnnamedFile::inMemory();
     const UnnamedFile errors = UnnamedFile::inMemory();
